@@ -1,0 +1,70 @@
+#include "cli.h"
+
+#include "app/screencontroller.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
+namespace tomewise::cli {
+
+namespace {
+QList<Command> &registry()
+{
+    static QList<Command> list;
+    return list;
+}
+} // namespace
+
+Registration::Registration(Command command)
+{
+    registry().append(std::move(command));
+}
+
+const QList<Command> &commands()
+{
+    return registry();
+}
+
+AlertLog::AlertLog(ScreenController &controller, QTextStream &err)
+{
+    QObject::connect(&controller, &ScreenController::alert, &controller,
+                     [this, &err](const QString &title, const QString &message) {
+                         m_alerts.append({title, message});
+                         err << title << ": " << message << Qt::endl;
+                     });
+}
+
+std::optional<QString> takeOption(QStringList &args, const QString &name)
+{
+    const int i = int(args.indexOf(name));
+    if (i < 0 || i + 1 >= args.size())
+        return std::nullopt;
+    const QString value = args.at(i + 1);
+    args.remove(i, 2);
+    return value;
+}
+
+bool takeFlag(QStringList &args, const QString &name)
+{
+    return args.removeAll(name) > 0;
+}
+
+bool waitUntil(const std::function<bool()> &done, int timeoutMs)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!done()) {
+        if (timer.elapsed() > timeoutMs)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 50);
+    }
+    return true;
+}
+
+int usageError(Context &ctx, const QString &usage)
+{
+    ctx.err << "usage: tomewise-cli " << usage << Qt::endl;
+    return 2;
+}
+
+} // namespace tomewise::cli

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "app/appdelegate.h"
+
+#include <QStringList>
+#include <QTextStream>
+
+#include <functional>
+
+namespace tomewise {
+class ScreenController;
+}
+
+namespace tomewise::cli {
+
+struct Context
+{
+    AppDelegate *app = nullptr; // null for commands that need no store
+    QStringList args;           // the words after the command name
+    QTextStream &out;
+    QTextStream &err;
+};
+
+struct Command
+{
+    QString name;
+    QString usage;   // "genre list [--desc] [--search TEXT]"
+    QString summary; // one line for --help
+    bool needsApp = true;
+    std::function<int(Context &)> run;
+};
+
+// Each command file registers its commands with a static Registration.
+struct Registration
+{
+    explicit Registration(Command command);
+};
+const QList<Command> &commands();
+
+// Prints a controller's alerts to stderr as "TITLE: MESSAGE" and remembers them.
+class AlertLog
+{
+public:
+    AlertLog(ScreenController &controller, QTextStream &err);
+    int count() const { return int(m_alerts.size()); }
+    const QList<std::pair<QString, QString>> &alerts() const { return m_alerts; }
+
+private:
+    QList<std::pair<QString, QString>> m_alerts;
+};
+
+// Takes "--name VALUE" out of args; returns the value, or nothing.
+std::optional<QString> takeOption(QStringList &args, const QString &name);
+bool takeFlag(QStringList &args, const QString &name);
+
+// Runs the event loop until `done` says so or the time runs out.
+bool waitUntil(const std::function<bool()> &done, int timeoutMs);
+
+int usageError(Context &ctx, const QString &usage);
+
+} // namespace tomewise::cli

@@ -1,0 +1,56 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import Tomewise
+import "components"
+
+ApplicationWindow {
+    id: window
+    required property AppDelegate appDelegate
+
+    width: 390
+    height: 844
+    visible: true
+    title: "Tomewise"
+    Material.theme: Material.Light
+    Material.accent: Theme.accent
+    Material.primary: Theme.primary
+
+    FontLoader { source: "qrc:/resources/MaterialIcons-Regular.ttf" }
+
+    header: NavBar {
+        page: stack.currentItem
+        canGoBack: stack.depth > 1
+        visible: !!stack.currentItem && !stack.currentItem.navigationBarHidden
+        onBackClicked: stack.currentItem.goBack()
+    }
+
+    StackView {
+        id: stack
+        anchors.fill: parent
+        Component.onCompleted: window.openPage("MainMenu")
+    }
+
+    // Opens the page of a navigation target over the current one.
+    function openPage(target, properties) {
+        const props = Object.assign({ appDelegate: window.appDelegate, pageTarget: target }, properties || {})
+        return stack.push(Pages.url(target), props)
+    }
+
+    // Returns to the nearest page below that answers to the unwind name.
+    function unwind(name) {
+        const destination = stack.find(p => p.unwindTargets && p.unwindTargets.indexOf(name) >= 0)
+        if (!destination)
+            return false
+        stack.pop(destination)
+        destination.unwound(name)
+        return true
+    }
+
+    function back() {
+        if (stack.depth > 1)
+            stack.pop()
+    }
+
+    readonly property alias pageStack: stack
+}

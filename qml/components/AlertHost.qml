@@ -1,0 +1,57 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+// Shows a controller's alerts: title, message and the buttons it names; the
+// tapped button's index goes back to the controller.
+Dialog {
+    id: dialog
+    property QtObject controller
+    property string message
+    property var buttons: []
+    property int cancelIndex: -1
+
+    objectName: "alert"
+    modal: true
+    closePolicy: Popup.NoAutoClose
+    anchors.centerIn: Overlay.overlay
+    width: Math.min(parent ? parent.width - 64 : 300, 320)
+
+    Connections {
+        target: dialog.controller
+        function onAlert(title, message, buttons, cancelIndex) {
+            dialog.title = title
+            dialog.message = message
+            dialog.buttons = buttons
+            dialog.cancelIndex = cancelIndex
+            dialog.open()
+        }
+    }
+
+    contentItem: Label {
+        text: dialog.message
+        wrapMode: Text.Wrap
+        visible: text.length > 0
+    }
+
+    footer: RowLayout {
+        spacing: 0
+        Item { Layout.fillWidth: true }
+        Repeater {
+            model: dialog.buttons
+            Button {
+                required property string modelData
+                required property int index
+                objectName: "alertButton_" + modelData
+                text: modelData
+                flat: true
+                font.bold: index !== dialog.cancelIndex
+                onClicked: {
+                    dialog.close()
+                    dialog.controller.answerAlert(index)
+                }
+            }
+        }
+        Item { Layout.preferredWidth: 8 }
+    }
+}

@@ -1,0 +1,130 @@
+#include "mainmenuviewcontroller.h"
+
+#include "app/launchtasks.h"
+#include "app/log.h"
+
+namespace tomewise {
+
+const QList<MainMenuViewController::MenuEntry> &MainMenuViewController::menuEntries()
+{
+    static const QList<MenuEntry> entries{
+        {"ListStyleButton", "Book List", "view_agenda", "ListStyle"},
+        {"ListByGroupButton", "List By Group", "category", "TabBarController"},
+        {"AddBookButton", "Add Book", "add_circle", "NewBook"},
+        {"PrintButton", "Print Report", "print", "PrintReport"},
+        {"DefaultSettingsButton", "Default Settings", "settings", "DefaultSettings"},
+        {"ReferenceListButton", "Reference Lists", "list", "ReferenceList"},
+        {"ImportExportButton", "Import / Export", "import_export", "ImportExport"},
+        {"RateShareButton", "Rate & Share", "star_rate", "RateShare"},
+        {"OverviewButton", "Overview", "menu_book", "Overview"},
+    };
+    return entries;
+}
+
+MainMenuViewController::MainMenuViewController(AppDelegate *delegate, QObject *parent)
+    : ScreenController(delegate, parent)
+    , m_hidden(menuEntries().size(), true)
+{
+    setTitle(QStringLiteral("Tomewise"));
+}
+
+QVariantList MainMenuViewController::menuButtons() const
+{
+    QVariantList list;
+    for (const auto &e : menuEntries()) {
+        list.append(QVariantMap{{QStringLiteral("outlet"), QLatin1String(e.outlet)},
+                                {QStringLiteral("title"), QLatin1String(e.title)},
+                                {QStringLiteral("icon"), QLatin1String(e.icon)},
+                                {QStringLiteral("target"), QLatin1String(e.target)}});
+    }
+    return list;
+}
+
+QVariantList MainMenuViewController::hiddenStateList() const
+{
+    QVariantList list;
+    for (bool hidden : m_hidden)
+        list.append(hidden);
+    return list;
+}
+
+bool MainMenuViewController::menuOpen() const
+{
+    return !m_hidden.isEmpty() && !m_hidden.first();
+}
+
+void MainMenuViewController::viewDidLoad()
+{
+    loadBookList();
+    app().state().setCallingScreen(QStringLiteral("MainMenu"));
+    app().state().setListMode(QString());
+
+    Settings &defaults = app().userDefaults();
+    if (defaults.boolValue(SettingsKey::AboutHasBeenLaunchedBefore)) {
+        qCInfo(lcApp) << "Not First Launch";
+    } else {
+        defaults.setValue(SettingsKey::AboutHasBeenLaunchedBefore, true);
+        defaults.synchronize();
+        qCInfo(lcApp) << "First Launch";
+        LaunchTasks::seedReferenceLists(app());
+    }
+
+    qCInfo(lcApp) << "Date Not Fixed Yet";
+    runDateRepair();
+}
+
+void MainMenuViewController::loadBookList()
+{
+    FetchRequest request;
+    request.entity = Entity::Books;
+    QString error;
+    if (auto books = context().fetchBooks(request, &error))
+        m_bookList = std::move(*books);
+    else
+        qCWarning(lcStore).noquote() << error;
+}
+
+void MainMenuViewController::runDateRepair()
+{
+    m_lastRepair = LaunchTasks::repairDates(app(), m_bookList);
+}
+
+void MainMenuViewController::viewWillAppear()
+{
+    m_hidden.fill(true);
+    m_navigationBarHidden = false;
+    Q_EMIT menuChanged();
+    Q_EMIT navigationBarHiddenChanged();
+}
+
+void MainMenuViewController::HandleSelection()
+{
+    for (auto &hidden : m_hidden)
+        hidden = !hidden;
+    Q_EMIT menuChanged();
+}
+
+void MainMenuViewController::UpdateButtonClicked()
+{
+    loadBookList();
+    runDateRepair();
+}
+
+void MainMenuViewController::prepareForSegue(const QString &identifier)
+{
+    if (identifier == QLatin1String("TabBarController")) {
+        m_navigationBarHidden = true;
+        Q_EMIT navigationBarHiddenChanged();
+    }
+}
+
+void MainMenuViewController::openEntry(int index)
+{
+    if (index < 0 || index >= menuEntries().size())
+        return;
+    const QString target = QLatin1String(menuEntries()[index].target);
+    prepareForSegue(target);
+    Q_EMIT navigate(target);
+}
+
+} // namespace tomewise

@@ -1,0 +1,58 @@
+#include "pagedirectory.h"
+
+namespace tomewise {
+
+const QList<PageDirectory::Page> &PageDirectory::pages()
+{
+    static const QList<Page> list{
+        {"MainMenu", "MainMenuPage.qml", "Tomewise"},
+        {"Overview", "OverviewPage.qml", "My Tomewise Overview"},
+        {"ListStyle", nullptr, "Book List"},
+        {"TabBarController", nullptr, "List By Group"},
+        {"NewBook", nullptr, "Add Book"},
+        {"PrintReport", nullptr, "Print Report"},
+        {"DefaultSettings", nullptr, "Default Settings"},
+        {"ReferenceList", nullptr, "Reference List"},
+        {"ImportExport", nullptr, "Import / Export"},
+        {"RateShare", nullptr, "Rate & Share"},
+    };
+    return list;
+}
+
+static const PageDirectory::Page *find(const QString &target)
+{
+    for (const auto &p : PageDirectory::pages()) {
+        if (target == QLatin1String(p.target))
+            return &p;
+    }
+    return nullptr;
+}
+
+QUrl PageDirectory::url(const QString &target) const
+{
+    const Page *p = find(target);
+    const char *file = p && p->qmlFile ? p->qmlFile : "ComingSoonPage.qml";
+    return QUrl(QStringLiteral("qrc:/qml/pages/") + QLatin1String(file));
+}
+
+QString PageDirectory::title(const QString &target) const
+{
+    const Page *p = find(target);
+    return p ? QString::fromUtf8(p->title) : target;
+}
+
+bool PageDirectory::isBuilt(const QString &target) const
+{
+    const Page *p = find(target);
+    return p && p->qmlFile;
+}
+
+QStringList PageDirectory::targets() const
+{
+    QStringList list;
+    for (const auto &p : pages())
+        list << QLatin1String(p.target);
+    return list;
+}
+
+} // namespace tomewise

@@ -1,0 +1,27 @@
+#include "qmltypes.h"
+
+#include "app/appdelegate.h"
+#include "app/mainmenuviewcontroller.h"
+#include "app/overviewviewcontroller.h"
+#include "app/pagedirectory.h"
+
+#include <QQmlEngine>
+
+namespace tomewise {
+
+void registerQmlTypes()
+{
+    constexpr auto uri = "Tomewise";
+    qmlRegisterUncreatableType<AppDelegate>(uri, 1, 0, "AppDelegate", QStringLiteral("Owned by the application"));
+    qmlRegisterUncreatableType<AppState>(uri, 1, 0, "AppState", QStringLiteral("Owned by the application"));
+    qmlRegisterUncreatableType<PlatformServices>(uri, 1, 0, "PlatformServices", QStringLiteral("Owned by the application"));
+    qmlRegisterUncreatableType<ScreenController>(uri, 1, 0, "ScreenController", QStringLiteral("Base of the screens"));
+    qmlRegisterSingletonType<PageDirectory>(uri, 1, 0, "Pages", [](QQmlEngine *, QJSEngine *) -> QObject * {
+        return new PageDirectory;
+    });
+
+    qmlRegisterType<MainMenuViewController>(uri, 1, 0, "MainMenuViewController");
+    qmlRegisterType<OverviewViewController>(uri, 1, 0, "OverviewViewController");
+}
+
+} // namespace tomewise

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace tomewise {
+
+// Loads the main window over a scratch store and opens every page; returns 0
+// when no QML warning was printed, 1 otherwise.
+int runSelfTest();
+
+} // namespace tomewise

@@ -1,0 +1,595 @@
+#include "bookstore.h"
+
+#include <QAtomicInt>
+#include <QFileInfo>
+#include <QSqlError>
+
+namespace tomewise {
+
+namespace {
+
+QAtomicInt g_connectionCounter;
+
+// Covers live beside the books, one row per cover, so that scanning, grouping
+// and listing the books never pages through the image bytes.
+constexpr auto kSchema = R"SQL(
+CREATE TABLE Books (
+  pk INTEGER PRIMARY KEY,
+  author TEXT, bookFormat TEXT, bookPublisher TEXT, category TEXT, dateRead INTEGER,
+  day INTEGER, dt TEXT, isbn TEXT, month INTEGER, name TEXT, notes TEXT,
+  numberPages INTEGER, picture TEXT, publishDate INTEGER, rating TEXT, series TEXT,
+  seriesNumber INTEGER, subTitle TEXT, year INTEGER, thumbnail INTEGER);
+CREATE TABLE BooksPictureImage (
+  book INTEGER PRIMARY KEY REFERENCES Books(pk) ON DELETE CASCADE,
+  pictureImage BLOB NOT NULL);
+CREATE TABLE Thumbnail (pk INTEGER PRIMARY KEY, id REAL, imageData BLOB, books INTEGER);
+CREATE TABLE GenreList (pk INTEGER PRIMARY KEY, genre TEXT);
+CREATE TABLE RatingList (pk INTEGER PRIMARY KEY, rating TEXT);
+CREATE TABLE SeriesList (pk INTEGER PRIMARY KEY, series TEXT);
+CREATE TABLE Event (pk INTEGER PRIMARY KEY, timestamp INTEGER);
+CREATE INDEX Books_name_author ON Books(name, author);
+CREATE INDEX Books_author ON Books(author);
+CREATE INDEX Books_category ON Books(category);
+CREATE INDEX Books_rating ON Books(rating);
+CREATE INDEX Books_series ON Books(series, seriesNumber);
+CREATE INDEX Books_bookFormat ON Books(bookFormat);
+CREATE INDEX Books_publishDate ON Books(publishDate);
+CREATE INDEX Books_dateRead ON Books(dateRead);
+CREATE INDEX Books_year ON Books(year);
+CREATE INDEX Books_dt ON Books(dt);
+)SQL";
+
+QVariant sqlValue(const QVariant &v)
+{
+    if (!v.isValid())
+        return v;
+    if (v.typeId() == QMetaType::QDateTime)
+        return v.toDateTime().toSecsSinceEpoch();
+    if (v.typeId() == QMetaType::QString && v.toString().isNull())
+        return QString(QLatin1String("")); // present but empty is not NULL
+    return v;
+}
+
+QString opSql(Predicate::Op op)
+{
+    switch (op) {
+    case Predicate::Op::Equal: return QStringLiteral("=");
+    case Predicate::Op::NotEqual: return QStringLiteral("<>");
+    case Predicate::Op::Less: return QStringLiteral("<");
+    case Predicate::Op::LessOrEqual: return QStringLiteral("<=");
+    case Predicate::Op::Greater: return QStringLiteral(">");
+    case Predicate::Op::GreaterOrEqual: return QStringLiteral(">=");
+    case Predicate::Op::IsAbsent: return QStringLiteral("IS NULL");
+    case Predicate::Op::IsPresent: return QStringLiteral("IS NOT NULL");
+    }
+    return {};
+}
+
+QString bookColumns()
+{
+    QStringList cols;
+    for (const auto &a : booksAttributes()) {
+        if (a.type() != AttributeType::Binary)
+            cols << QStringLiteral("b.") + QLatin1String(a.name);
+    }
+    return cols.join(u',');
+}
+
+QStringList attributesOf(Entity entity)
+{
+    switch (entity) {
+    case Entity::Books: {
+        QStringList names;
+        for (const auto &a : booksAttributes())
+            names << QLatin1String(a.name);
+        return names;
+    }
+    case Entity::GenreList: return {QStringLiteral("genre")};
+    case Entity::RatingList: return {QStringLiteral("rating")};
+    case Entity::SeriesList: return {QStringLiteral("series")};
+    case Entity::Thumbnail: return {QStringLiteral("id"), QStringLiteral("imageData")};
+    case Entity::Event: return {QStringLiteral("timestamp")};
+    }
+    return {};
+}
+
+} // namespace
+
+QString entityName(Entity entity)
+{
+    switch (entity) {
+    case Entity::Books: return QStringLiteral("Books");
+    case Entity::GenreList: return QStringLiteral("GenreList");
+    case Entity::RatingList: return QStringLiteral("RatingList");
+    case Entity::SeriesList: return QStringLiteral("SeriesList");
+    case Entity::Thumbnail: return QStringLiteral("Thumbnail");
+    case Entity::Event: return QStringLiteral("Event");
+    }
+    return {};
+}
+
+std::optional<Entity> entityFromName(QStringView name)
+{
+    for (auto e : {Entity::Books, Entity::GenreList, Entity::RatingList, Entity::SeriesList,
+                   Entity::Thumbnail, Entity::Event}) {
+        if (name == entityName(e))
+            return e;
+    }
+    return std::nullopt;
+}
+
+BookStore::BookStore()
+    : m_connection(QStringLiteral("tomewise-store-%1").arg(g_connectionCounter.fetchAndAddRelaxed(1)))
+{
+}
+
+BookStore::~BookStore()
+{
+    m_statements.clear();
+    if (m_db.isValid()) {
+        m_db.close();
+        m_db = QSqlDatabase();
+        QSqlDatabase::removeDatabase(m_connection);
+    }
+}
+
+bool BookStore::isOpen() const
+{
+    return m_db.isValid() && m_db.isOpen();
+}
+
+StoreResult BookStore::open(const QString &path, QString *userInfo)
+{
+    m_path = path;
+    auto fail = [&](const QString &description, const QString &reason) {
+        if (userInfo)
+            *userInfo = QStringLiteral("{path: %1, reason: %2}").arg(path, reason);
+        m_statements.clear();
+        if (m_db.isValid())
+            m_db.close();
+        return StoreResult{false, description};
+    };
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile())
+        return fail(QStringLiteral("The store could not be opened."), QStringLiteral("not a file"));
+
+    m_db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
+    m_db.setDatabaseName(path);
+    if (!m_db.open())
+        return fail(QStringLiteral("The store could not be opened."), m_db.lastError().text());
+
+    QSqlQuery q(m_db);
+    if (!q.exec(QStringLiteral("PRAGMA user_version")) || !q.next())
+        return fail(QStringLiteral("The store could not be read."), lastError(q));
+    const int version = q.value(0).toInt();
+    q.finish();
+    if (version > kSchemaVersion)
+        return fail(QStringLiteral("The store was made by a newer version of Tomewise."),
+                    QStringLiteral("store version %1, this version reads %2").arg(version).arg(kSchemaVersion));
+
+    for (const auto *pragma : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL", "PRAGMA foreign_keys=ON"}) {
+        if (!q.exec(QLatin1String(pragma)))
+            return fail(QStringLiteral("The store could not be configured."), lastError(q));
+        q.finish();
+    }
+    if (version == 0) {
+        if (auto r = createSchema(); !r)
+            return fail(QStringLiteral("The store could not be created."), r.error);
+    }
+    return {};
+}
+
+StoreResult BookStore::createSchema()
+{
+    Transaction t(*this);
+    for (const auto &statement : QString::fromLatin1(kSchema).split(u';', Qt::SkipEmptyParts)) {
+        if (statement.trimmed().isEmpty())
+            continue;
+        if (auto r = exec(statement); !r)
+            return r;
+    }
+    if (auto r = exec(QStringLiteral("PRAGMA user_version=%1").arg(kSchemaVersion)); !r)
+        return r;
+    return t.commit();
+}
+
+StoreResult BookStore::exec(const QString &sql)
+{
+    QSqlQuery q(m_db);
+    if (!q.exec(sql))
+        return {false, lastError(q)};
+    return {};
+}
+
+QString BookStore::lastError(const QSqlQuery &q)
+{
+    const QSqlError e = q.lastError();
+    return e.databaseText().isEmpty() ? e.text() : e.databaseText();
+}
+
+QSqlQuery &BookStore::prepared(const QString &sql, bool *ok, QString *error)
+{
+    auto it = m_statements.find(sql);
+    if (it == m_statements.end()) {
+        QSqlQuery q(m_db);
+        q.setForwardOnly(true);
+        if (!q.prepare(sql)) {
+            *ok = false;
+            if (error)
+                *error = lastError(q);
+            static QSqlQuery invalid;
+            return invalid;
+        }
+        it = m_statements.insert(sql, q);
+    }
+    *ok = true;
+    return *it;
+}
+
+QString BookStore::referenceAttribute(Entity entity)
+{
+    switch (entity) {
+    case Entity::GenreList: return QStringLiteral("genre");
+    case Entity::RatingList: return QStringLiteral("rating");
+    case Entity::SeriesList: return QStringLiteral("series");
+    default: return {};
+    }
+}
+
+QString BookStore::selectSql(const FetchRequest &request, const QString &columns, QVariantList &binds,
+                             QString *error) const
+{
+    const QStringList known = attributesOf(request.entity);
+    auto check = [&](const QString &attribute) {
+        if (!known.contains(attribute) || attribute == u"pictureImage") {
+            if (error)
+                *error = QStringLiteral("Unknown attribute %1 of %2").arg(attribute, entityName(request.entity));
+            return false;
+        }
+        return true;
+    };
+    QString sql = QStringLiteral("SELECT %1 FROM %2 b").arg(columns, entityName(request.entity));
+    if (request.entity == Entity::Books && request.includesCovers)
+        sql += QStringLiteral(" LEFT JOIN BooksPictureImage c ON c.book = b.pk");
+    QStringList where;
+    for (const auto &p : request.predicates) {
+        if (!check(p.attribute))
+            return {};
+        if (p.op == Predicate::Op::IsAbsent || p.op == Predicate::Op::IsPresent) {
+            where << QStringLiteral("b.%1 %2").arg(p.attribute, opSql(p.op));
+        } else if (!p.value.isValid()) {
+            // Comparing with nothing matches nothing, as a nil comparison does.
+            where << QStringLiteral("0");
+        } else {
+            where << QStringLiteral("b.%1 %2 ?").arg(p.attribute, opSql(p.op));
+            binds << sqlValue(p.value);
+        }
+    }
+    if (!where.isEmpty())
+        sql += QStringLiteral(" WHERE ") + where.join(QStringLiteral(" AND "));
+    QStringList order;
+    for (const auto &s : request.sortDescriptors) {
+        if (!check(s.attribute))
+            return {};
+        order << QStringLiteral("b.%1 %2").arg(s.attribute, s.ascending ? QStringLiteral("ASC") : QStringLiteral("DESC"));
+    }
+    order << QStringLiteral("b.pk"); // store order breaks ties
+    sql += QStringLiteral(" ORDER BY ") + order.join(u',');
+    if (request.fetchLimit > 0)
+        sql += QStringLiteral(" LIMIT %1").arg(request.fetchLimit);
+    return sql;
+}
+
+std::optional<QList<Books>> BookStore::fetchBooks(const FetchRequest &request, QString *error)
+{
+    Q_ASSERT(request.entity == Entity::Books);
+    QVariantList binds;
+    QString columns = QStringLiteral("b.pk,") + bookColumns();
+    if (request.includesCovers)
+        columns += QStringLiteral(",c.book IS NOT NULL,c.pictureImage");
+    const QString sql = selectSql(request, columns, binds, error);
+    if (sql.isEmpty())
+        return std::nullopt;
+    bool ok = false;
+    QSqlQuery &q = prepared(sql, &ok, error);
+    if (!ok)
+        return std::nullopt;
+    for (int i = 0; i < binds.size(); ++i)
+        q.bindValue(i, binds[i]);
+    if (!q.exec()) {
+        if (error)
+            *error = lastError(q);
+        return std::nullopt;
+    }
+    QList<Books> books;
+    while (q.next()) {
+        Books b;
+        b.pk = q.value(0).toLongLong();
+        int col = 1;
+        for (const auto &a : booksAttributes()) {
+            if (a.type() == AttributeType::Binary)
+                continue;
+            const int c = col++;
+            if (q.isNull(c))
+                continue;
+            const QVariant v = q.value(c);
+            switch (a.type()) {
+            case AttributeType::String:
+                b.*std::get<Text Books::*>(a.member) = v.toString();
+                break;
+            case AttributeType::Integer:
+                b.*std::get<Int16 Books::*>(a.member) = static_cast<qint16>(v.toInt());
+                break;
+            case AttributeType::Date:
+                b.*std::get<Instant Books::*>(a.member) = QDateTime::fromSecsSinceEpoch(v.toLongLong(), Qt::UTC);
+                break;
+            case AttributeType::Binary:
+                break;
+            }
+        }
+        if (request.includesCovers && q.value(col).toBool())
+            b.pictureImage = q.value(col + 1).toByteArray();
+        books.append(std::move(b));
+    }
+    q.finish();
+    return books;
+}
+
+std::optional<int> BookStore::count(const FetchRequest &request, QString *error)
+{
+    QVariantList binds;
+    FetchRequest plain = request;
+    plain.includesCovers = false;
+    plain.sortDescriptors.clear();
+    QString sql = selectSql(plain, QStringLiteral("COUNT(*)"), binds, error);
+    if (sql.isEmpty())
+        return std::nullopt;
+    sql.truncate(sql.lastIndexOf(QStringLiteral(" ORDER BY ")));
+    bool ok = false;
+    QSqlQuery &q = prepared(sql, &ok, error);
+    if (!ok)
+        return std::nullopt;
+    for (int i = 0; i < binds.size(); ++i)
+        q.bindValue(i, binds[i]);
+    if (!q.exec() || !q.next()) {
+        if (error)
+            *error = lastError(q);
+        return std::nullopt;
+    }
+    const int n = q.value(0).toInt();
+    q.finish();
+    return n;
+}
+
+void BookStore::bindBook(QSqlQuery &q, const Books &book)
+{
+    int i = 0;
+    for (const auto &a : booksAttributes()) {
+        if (a.type() == AttributeType::Binary)
+            continue;
+        q.bindValue(i++, sqlValue(attributeValue(book, a)));
+    }
+}
+
+StoreResult BookStore::insertBook(Books &book)
+{
+    Transaction t(*this);
+    QStringList cols;
+    for (const auto &a : booksAttributes()) {
+        if (a.type() != AttributeType::Binary)
+            cols << QLatin1String(a.name);
+    }
+    const QString sql = QStringLiteral("INSERT INTO Books (%1) VALUES (%2)")
+                            .arg(cols.join(u','), QStringList(cols.size(), QStringLiteral("?")).join(u','));
+    bool ok = false;
+    QString error;
+    QSqlQuery &q = prepared(sql, &ok, &error);
+    if (!ok)
+        return {false, error};
+    bindBook(q, book);
+    if (!q.exec())
+        return {false, lastError(q)};
+    const qint64 pk = q.lastInsertId().toLongLong();
+    q.finish();
+    if (book.pictureImage) {
+        if (auto r = setCover(pk, book.pictureImage); !r)
+            return r;
+    }
+    if (auto r = t.commit(); !r)
+        return r;
+    book.pk = pk;
+    return {};
+}
+
+StoreResult BookStore::updateBook(const Books &book)
+{
+    QStringList sets;
+    for (const auto &a : booksAttributes()) {
+        if (a.type() != AttributeType::Binary)
+            sets << QLatin1String(a.name) + QStringLiteral("=?");
+    }
+    const QString sql = QStringLiteral("UPDATE Books SET %1 WHERE pk=?").arg(sets.join(u','));
+    bool ok = false;
+    QString error;
+    QSqlQuery &q = prepared(sql, &ok, &error);
+    if (!ok)
+        return {false, error};
+    bindBook(q, book);
+    q.bindValue(int(sets.size()), book.pk);
+    if (!q.exec())
+        return {false, lastError(q)};
+    q.finish();
+    return {};
+}
+
+StoreResult BookStore::setCover(qint64 pk, const Data &pictureImage)
+{
+    const QString sql = pictureImage
+        ? QStringLiteral("INSERT OR REPLACE INTO BooksPictureImage (book, pictureImage) VALUES (?, ?)")
+        : QStringLiteral("DELETE FROM BooksPictureImage WHERE book=?");
+    bool ok = false;
+    QString error;
+    QSqlQuery &q = prepared(sql, &ok, &error);
+    if (!ok)
+        return {false, error};
+    q.bindValue(0, pk);
+    if (pictureImage)
+        q.bindValue(1, pictureImage->isNull() ? QByteArray("", 0) : *pictureImage);
+    if (!q.exec())
+        return {false, lastError(q)};
+    q.finish();
+    return {};
+}
+
+std::optional<QByteArray> BookStore::cover(qint64 pk)
+{
+    bool ok = false;
+    QSqlQuery &q = prepared(QStringLiteral("SELECT pictureImage FROM BooksPictureImage WHERE book=?"), &ok, nullptr);
+    if (!ok)
+        return std::nullopt;
+    q.bindValue(0, pk);
+    std::optional<QByteArray> result;
+    if (q.exec() && q.next())
+        result = q.value(0).toByteArray();
+    q.finish();
+    return result;
+}
+
+StoreResult BookStore::deleteBook(qint64 pk)
+{
+    Transaction t(*this);
+    for (const auto &sql : {QStringLiteral("DELETE FROM BooksPictureImage WHERE book=?"),
+                            QStringLiteral("DELETE FROM Books WHERE pk=?")}) {
+        bool ok = false;
+        QString error;
+        QSqlQuery &q = prepared(sql, &ok, &error);
+        if (!ok)
+            return {false, error};
+        q.bindValue(0, pk);
+        if (!q.exec())
+            return {false, lastError(q)};
+        q.finish();
+    }
+    return t.commit();
+}
+
+std::optional<QList<ReferenceEntry>> BookStore::fetchEntries(const FetchRequest &request, QString *error)
+{
+    const QString attribute = referenceAttribute(request.entity);
+    Q_ASSERT(!attribute.isEmpty());
+    QVariantList binds;
+    const QString sql = selectSql(request, QStringLiteral("b.pk, b.") + attribute, binds, error);
+    if (sql.isEmpty())
+        return std::nullopt;
+    bool ok = false;
+    QSqlQuery &q = prepared(sql, &ok, error);
+    if (!ok)
+        return std::nullopt;
+    for (int i = 0; i < binds.size(); ++i)
+        q.bindValue(i, binds[i]);
+    if (!q.exec()) {
+        if (error)
+            *error = lastError(q);
+        return std::nullopt;
+    }
+    QList<ReferenceEntry> entries;
+    while (q.next()) {
+        ReferenceEntry e;
+        e.pk = q.value(0).toLongLong();
+        if (!q.isNull(1))
+            e.value = q.value(1).toString();
+        entries.append(e);
+    }
+    q.finish();
+    return entries;
+}
+
+StoreResult BookStore::insertEntry(Entity entity, ReferenceEntry &entry)
+{
+    const QString sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (?)").arg(entityName(entity), referenceAttribute(entity));
+    bool ok = false;
+    QString error;
+    QSqlQuery &q = prepared(sql, &ok, &error);
+    if (!ok)
+        return {false, error};
+    q.bindValue(0, entry.value ? sqlValue(*entry.value) : QVariant(QMetaType::fromType<QString>()));
+    if (!q.exec())
+        return {false, lastError(q)};
+    entry.pk = q.lastInsertId().toLongLong();
+    q.finish();
+    return {};
+}
+
+StoreResult BookStore::updateEntry(Entity entity, const ReferenceEntry &entry)
+{
+    const QString sql = QStringLiteral("UPDATE %1 SET %2=? WHERE pk=?").arg(entityName(entity), referenceAttribute(entity));
+    bool ok = false;
+    QString error;
+    QSqlQuery &q = prepared(sql, &ok, &error);
+    if (!ok)
+        return {false, error};
+    q.bindValue(0, entry.value ? sqlValue(*entry.value) : QVariant(QMetaType::fromType<QString>()));
+    q.bindValue(1, entry.pk);
+    if (!q.exec())
+        return {false, lastError(q)};
+    q.finish();
+    return {};
+}
+
+StoreResult BookStore::deleteEntry(Entity entity, qint64 pk)
+{
+    const QString sql = QStringLiteral("DELETE FROM %1 WHERE pk=?").arg(entityName(entity));
+    bool ok = false;
+    QString error;
+    QSqlQuery &q = prepared(sql, &ok, &error);
+    if (!ok)
+        return {false, error};
+    q.bindValue(0, pk);
+    if (!q.exec())
+        return {false, lastError(q)};
+    q.finish();
+    return {};
+}
+
+StoreResult BookStore::saveContext()
+{
+    if (!isOpen())
+        return {};
+    QSqlQuery q(m_db);
+    if (!q.exec(QStringLiteral("PRAGMA wal_checkpoint(PASSIVE)")))
+        return {false, lastError(q)};
+    q.finish();
+    return {};
+}
+
+BookStore::Transaction::Transaction(BookStore &store)
+    : m_store(store)
+    , m_name(QStringLiteral("tw%1").arg(store.m_transactionDepth))
+{
+    m_active = bool(m_store.exec(QStringLiteral("SAVEPOINT ") + m_name));
+    if (m_active)
+        ++m_store.m_transactionDepth;
+}
+
+BookStore::Transaction::~Transaction()
+{
+    if (m_active) {
+        m_store.exec(QStringLiteral("ROLLBACK TO ") + m_name);
+        m_store.exec(QStringLiteral("RELEASE ") + m_name);
+        --m_store.m_transactionDepth;
+    }
+}
+
+StoreResult BookStore::Transaction::commit()
+{
+    if (!m_active)
+        return {false, QStringLiteral("No transaction is open")};
+    auto r = m_store.exec(QStringLiteral("RELEASE ") + m_name);
+    if (r) {
+        m_active = false;
+        --m_store.m_transactionDepth;
+    }
+    return r;
+}
+
+} // namespace tomewise

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "books.h"
+#include "fetchrequest.h"
+
+#include <QHash>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace tomewise {
+
+// A name in one of the three reference lists (GenreList.genre, RatingList.rating,
+// SeriesList.series).
+struct ReferenceEntry
+{
+    qint64 pk = 0;
+    Text value;
+    bool operator==(const ReferenceEntry &) const = default;
+};
+
+// The outcome of a fetch or a save; `error` is the description that goes to
+// the diagnostic log when it fails.
+struct StoreResult
+{
+    bool ok = true;
+    QString error;
+    explicit operator bool() const { return ok; }
+};
+
+// The persistent store: one SQLite file holding every entity. All access is
+// from the thread that opened it. Each write is saved at once in its own
+// transaction unless an enclosing Transaction groups several.
+class BookStore
+{
+public:
+    static constexpr int kSchemaVersion = 1;
+
+    BookStore();
+    ~BookStore();
+    BookStore(const BookStore &) = delete;
+    BookStore &operator=(const BookStore &) = delete;
+
+    // Opens (creating when missing) the store file. On failure the result
+    // carries the description and `userInfo` the details for the fatal message.
+    StoreResult open(const QString &path, QString *userInfo = nullptr);
+    bool isOpen() const;
+    QString path() const { return m_path; }
+
+    // Books
+    std::optional<QList<Books>> fetchBooks(const FetchRequest &request, QString *error = nullptr);
+    std::optional<int> count(const FetchRequest &request, QString *error = nullptr);
+    StoreResult insertBook(Books &book); // sets book.pk
+    StoreResult updateBook(const Books &book); // every attribute but the cover
+    StoreResult setCover(qint64 pk, const Data &pictureImage);
+    std::optional<QByteArray> cover(qint64 pk);
+    StoreResult deleteBook(qint64 pk);
+
+    // Reference lists (GenreList, RatingList, SeriesList)
+    std::optional<QList<ReferenceEntry>> fetchEntries(const FetchRequest &request, QString *error = nullptr);
+    StoreResult insertEntry(Entity entity, ReferenceEntry &entry);
+    StoreResult updateEntry(Entity entity, const ReferenceEntry &entry);
+    StoreResult deleteEntry(Entity entity, qint64 pk);
+    static QString referenceAttribute(Entity entity);
+
+    // Nothing is ever left unsaved; this makes the WAL durable in the main file.
+    StoreResult saveContext();
+
+    QSqlDatabase &database() { return m_db; }
+
+    // Groups writes into one transaction (nested ones become savepoints).
+    class Transaction
+    {
+    public:
+        explicit Transaction(BookStore &store);
+        ~Transaction();
+        StoreResult commit();
+        Transaction(const Transaction &) = delete;
+        Transaction &operator=(const Transaction &) = delete;
+
+    private:
+        BookStore &m_store;
+        QString m_name;
+        bool m_active = false;
+    };
+
+private:
+    StoreResult exec(const QString &sql);
+    QSqlQuery &prepared(const QString &sql, bool *ok, QString *error);
+    StoreResult createSchema();
+    QString selectSql(const FetchRequest &request, const QString &columns, QVariantList &binds,
+                      QString *error) const;
+    static QString lastError(const QSqlQuery &q);
+    static void bindBook(QSqlQuery &q, const Books &book);
+
+    QString m_connection;
+    QString m_path;
+    QSqlDatabase m_db;
+    QHash<QString, QSqlQuery> m_statements;
+    int m_transactionDepth = 0;
+};
+
+} // namespace tomewise

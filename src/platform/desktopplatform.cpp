@@ -1,0 +1,77 @@
+#include "desktopplatform.h"
+
+#include <QCameraDevice>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QGuiApplication>
+#include <QMediaDevices>
+#include <QMimeData>
+#include <QProcess>
+#include <QStandardPaths>
+
+namespace tomewise {
+
+bool DesktopPlatform::cameraAvailable() const
+{
+    return !QMediaDevices::videoInputs().isEmpty();
+}
+
+std::optional<QImage> DesktopPlatform::clipboardImage() const
+{
+    auto *app = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+    if (!app)
+        return std::nullopt;
+    const QMimeData *mime = QGuiApplication::clipboard()->mimeData();
+    if (!mime || !mime->hasImage())
+        return std::nullopt;
+    QImage image = qvariant_cast<QImage>(mime->imageData());
+    if (image.isNull())
+        return std::nullopt;
+    return image;
+}
+
+bool DesktopPlatform::canSendMail() const
+{
+    return !QStandardPaths::findExecutable(QStringLiteral("xdg-email")).isEmpty();
+}
+
+void DesktopPlatform::composeMail(const MailDraft &draft)
+{
+    QStringList args;
+    if (!draft.subject.isEmpty())
+        args << QStringLiteral("--subject") << draft.subject;
+    if (!draft.body.isEmpty())
+        args << QStringLiteral("--body") << draft.body;
+    for (const auto &a : draft.attachments)
+        args << QStringLiteral("--attach") << a.path;
+    args << draft.recipients;
+    QProcess::startDetached(QStringLiteral("xdg-email"), args);
+}
+
+bool DesktopPlatform::canSendText() const
+{
+    // The desktop has no messages app; its share sheet stands in for one.
+    return true;
+}
+
+void DesktopPlatform::composeMessage(const QString &body, const QList<QUrl> &attachments)
+{
+    Q_EMIT shareRequested(body, QImage(), attachments);
+}
+
+void DesktopPlatform::share(const ShareItems &items)
+{
+    Q_EMIT shareRequested(items.text, items.image, items.files);
+}
+
+void DesktopPlatform::requestStoreReview()
+{
+    Q_EMIT storeReviewRequested();
+}
+
+bool DesktopPlatform::openUrl(const QUrl &url)
+{
+    return QDesktopServices::openUrl(url);
+}
+
+} // namespace tomewise

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platformservices.h"
+
+namespace tomewise {
+
+// A platform for tests: answers what it is told to and records every request.
+class RecordingPlatform : public PlatformServices
+{
+    Q_OBJECT
+public:
+    using PlatformServices::PlatformServices;
+
+    bool hasCamera = false;
+    std::optional<QImage> clipboard;
+    bool mailAvailable = true;
+    bool textAvailable = true;
+
+    QList<MailDraft> mails;
+    QList<std::pair<QString, QList<QUrl>>> messages;
+    QList<ShareItems> shares;
+    int reviewRequests = 0;
+    QList<QUrl> openedUrls;
+
+    bool cameraAvailable() const override { return hasCamera; }
+    std::optional<QImage> clipboardImage() const override { return clipboard; }
+    bool canSendMail() const override { return mailAvailable; }
+    void composeMail(const MailDraft &draft) override { mails.append(draft); }
+    bool canSendText() const override { return textAvailable; }
+    void composeMessage(const QString &body, const QList<QUrl> &attachments) override
+    {
+        messages.append({body, attachments});
+    }
+    void share(const ShareItems &items) override { shares.append(items); }
+    void requestStoreReview() override { ++reviewRequests; }
+    bool openUrl(const QUrl &url) override
+    {
+        openedUrls.append(url);
+        return true;
+    }
+};
+
+} // namespace tomewise
