@@ -9,6 +9,8 @@ ToolBar {
     property bool canGoBack: false
     signal backClicked()
 
+    background: Rectangle { color: Theme.primary }
+
     RowLayout {
         anchors.fill: parent
         spacing: 0
