@@ -9,6 +9,7 @@ ToolBar {
     property bool canGoBack: false
     signal backClicked()
 
+    implicitHeight: 52
     background: Rectangle { color: Theme.primary }
 
     RowLayout {
