@@ -13,7 +13,9 @@ const QList<PageDirectory::Page> &PageDirectory::pages()
         {"PrintReport", nullptr, "Print Report"},
         {"DefaultSettings", nullptr, "Default Settings"},
         {"ReferenceList", nullptr, "Reference List"},
-        {"ImportExport", nullptr, "Import / Export"},
+        {"ImportExport", "ImportExportPage.qml", "Import / Export"},
+        {"Export", "ExportPage.qml", "Export"},
+        {"Import", "ImportPage.qml", "Import"},
         {"RateShare", nullptr, "Rate & Share"},
     };
     return list;

@@ -4,6 +4,8 @@
 #include "app/mainmenuviewcontroller.h"
 #include "app/overviewviewcontroller.h"
 #include "app/pagedirectory.h"
+#include "exchange/exportviewcontroller.h"
+#include "exchange/importviewcontroller.h"
 
 #include <QQmlEngine>
 
@@ -22,6 +24,8 @@ void registerQmlTypes()
 
     qmlRegisterType<MainMenuViewController>(uri, 1, 0, "MainMenuViewController");
     qmlRegisterType<OverviewViewController>(uri, 1, 0, "OverviewViewController");
+    qmlRegisterType<ExportViewController>(uri, 1, 0, "ExportViewController");
+    qmlRegisterType<ImportViewController>(uri, 1, 0, "ImportViewController");
 }
 
 } // namespace tomewise
