@@ -7,14 +7,16 @@ const QList<PageDirectory::Page> &PageDirectory::pages()
     static const QList<Page> list{
         {"MainMenu", "MainMenuPage.qml", "Tomewise"},
         {"Overview", "OverviewPage.qml", "My Tomewise Overview"},
-        {"ListStyle", nullptr, "Book List"},
+        {"ListStyle", "ListStylePage.qml", "Book List"},
         {"TabBarController", nullptr, "List By Group"},
-        {"NewBook", nullptr, "Add Book"},
+        {"NewBook", "NewBookPage.qml", "Add Book"},
         {"PrintReport", nullptr, "Print Report"},
         {"DefaultSettings", nullptr, "Default Settings"},
         {"ReferenceList", nullptr, "Reference List"},
         {"ImportExport", nullptr, "Import / Export"},
         {"RateShare", nullptr, "Rate & Share"},
+        {"GenreReferenceList", nullptr, "Genre List"},
+        {"SeriesReferenceList", nullptr, "Series List"},
     };
     return list;
 }

@@ -4,6 +4,10 @@
 #include "app/mainmenuviewcontroller.h"
 #include "app/overviewviewcontroller.h"
 #include "app/pagedirectory.h"
+#include "browse/coverimageprovider.h"
+#include "browse/liststyletableviewcontroller.h"
+#include "entry/coverview.h"
+#include "entry/newbookviewcontroller.h"
 
 #include <QQmlEngine>
 
@@ -22,6 +26,16 @@ void registerQmlTypes()
 
     qmlRegisterType<MainMenuViewController>(uri, 1, 0, "MainMenuViewController");
     qmlRegisterType<OverviewViewController>(uri, 1, 0, "OverviewViewController");
+    qmlRegisterUncreatableType<BookForm>(uri, 1, 0, "BookForm", QStringLiteral("Base of the book forms"));
+    qmlRegisterType<NewBookViewController>(uri, 1, 0, "NewBookViewController");
+    qmlRegisterType<ListStyleTableViewController>(uri, 1, 0, "ListStyleTableViewController");
+    qmlRegisterUncreatableType<ListStyleModel>(uri, 1, 0, "ListStyleModel", QStringLiteral("Owned by its list"));
+    qmlRegisterType<CoverView>(uri, 1, 0, "CoverView");
+}
+
+void installImageProviders(QQmlEngine &engine, AppDelegate &delegate)
+{
+    engine.addImageProvider(QStringLiteral("cover"), new CoverImageProvider(&delegate));
 }
 
 } // namespace tomewise
