@@ -27,7 +27,12 @@ void BookForm::setDateTextField(const QString &text)
 {
     if (m_dateText == text)
         return;
+    // Typed or filled text: ReadDate follows it in whichever date style it is.
     m_dateText = text;
+    m_readDate = QDateTime();
+    setReadDateFromText(DateText::Style::Medium);
+    if (!m_readDate.isValid())
+        setReadDateFromText(DateText::Style::Long);
     Q_EMIT fieldsChanged();
 }
 
