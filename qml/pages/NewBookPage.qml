@@ -35,6 +35,7 @@ ScreenPage {
     component CoverButton: Button {
         property string iconName
         Layout.fillWidth: true
+        Layout.preferredWidth: 1 // equal shares of the row
         implicitHeight: 56
         padding: 2
         background: Rectangle {
@@ -58,6 +59,7 @@ ScreenPage {
 
     Flickable {
         id: flick
+        objectName: "formFlickable"
         anchors.fill: parent
         contentHeight: form.implicitHeight + 2 * Theme.margin
         clip: true
