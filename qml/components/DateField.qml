@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.Material
 import QtQuick.Layouts
 
 // The date-read field of a book form: its input is a date picker with the
@@ -33,9 +34,9 @@ FormField {
         Layout.fillWidth: true
         RowLayout {
             anchors.fill: parent
-            ToolButton { objectName: "dateDone"; text: "Done"; onClicked: field.form.doneClick() }
+            ToolButton { objectName: "dateDone"; text: "Done"; Material.foreground: "white"; onClicked: field.form.doneClick() }
             Item { Layout.fillWidth: true }
-            ToolButton { objectName: "dateToday"; text: "Today"; onClicked: field.form.todayClick() }
+            ToolButton { objectName: "dateToday"; text: "Today"; Material.foreground: "white"; onClicked: field.form.todayClick() }
         }
     }
 

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.Material
 import QtQuick.Layouts
 
 // A form field whose input is a one-column picker: a tap lists the rows and
@@ -40,6 +41,7 @@ FormField {
                 ToolButton {
                     anchors.right: parent.right
                     text: "Done"
+                    Material.foreground: "white"
                     onClicked: popup.close()
                 }
             }
