@@ -1,4 +1,5 @@
 // The list-style book list: order, direction, search, cards, header, delete and tap.
+#include "app/mainmenuviewcontroller.h"
 #include "browse/liststyletableviewcontroller.h"
 #include "support/logcapture.h"
 #include "support/testapp.h"
@@ -47,6 +48,19 @@ private:
     }
 
 private Q_SLOTS:
+    void bookListEntrySetsListMode()
+    {
+        TestApp t;
+        MainMenuViewController menu(&t.app());
+        menu.viewDidLoad();
+        QSignalSpy navigated(&menu, &ScreenController::navigate);
+        menu.openEntry(0);
+        QCOMPARE(navigated.value(0).value(0).toString(), QStringLiteral("ListStyle"));
+        QCOMPARE(t.app().state().listMode(), QStringLiteral("List"));
+        menu.openEntry(2);
+        QCOMPARE(navigated.value(1).value(0).toString(), QStringLiteral("NewBook"));
+    }
+
     void firstShowIsNewestFirst()
     {
         TestApp t;
