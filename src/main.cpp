@@ -39,6 +39,7 @@ int main(int argc, char *argv[])
     QObject::connect(&app, &QGuiApplication::aboutToQuit, &delegate, &tomewise::AppDelegate::applicationWillTerminate);
 
     QQmlApplicationEngine engine;
+    tomewise::installImageProviders(engine, delegate);
     engine.setInitialProperties({{QStringLiteral("appDelegate"), QVariant::fromValue(&delegate)}});
     engine.load(QUrl(QStringLiteral("qrc:/qml/Main.qml")));
     if (engine.rootObjects().isEmpty())

@@ -112,6 +112,8 @@ void MainMenuViewController::UpdateButtonClicked()
 
 void MainMenuViewController::prepareForSegue(const QString &identifier)
 {
+    if (identifier == QLatin1String("ListStyle"))
+        app().state().setListMode(QStringLiteral("List"));
     if (identifier == QLatin1String("TabBarController")) {
         m_navigationBarHidden = true;
         Q_EMIT navigationBarHiddenChanged();

@@ -7,9 +7,9 @@ const QList<PageDirectory::Page> &PageDirectory::pages()
     static const QList<Page> list{
         {"MainMenu", "MainMenuPage.qml", "Tomewise"},
         {"Overview", "OverviewPage.qml", "My Tomewise Overview"},
-        {"ListStyle", nullptr, "Book List"},
+        {"ListStyle", "ListStylePage.qml", "Book List"},
         {"TabBarController", nullptr, "List By Group"},
-        {"NewBook", nullptr, "Add Book"},
+        {"NewBook", "NewBookPage.qml", "Add Book"},
         {"PrintReport", nullptr, "Print Report"},
         {"DefaultSettings", nullptr, "Default Settings"},
         {"ReferenceList", nullptr, "Reference List"},
@@ -17,6 +17,8 @@ const QList<PageDirectory::Page> &PageDirectory::pages()
         {"Export", "ExportPage.qml", "Export"},
         {"Import", "ImportPage.qml", "Import"},
         {"RateShare", nullptr, "Rate & Share"},
+        {"GenreReferenceList", nullptr, "Genre List"},
+        {"SeriesReferenceList", nullptr, "Series List"},
     };
     return list;
 }

@@ -6,6 +6,10 @@
 #include "app/pagedirectory.h"
 #include "exchange/exportviewcontroller.h"
 #include "exchange/importviewcontroller.h"
+#include "browse/coverimageprovider.h"
+#include "browse/liststyletableviewcontroller.h"
+#include "entry/coverview.h"
+#include "entry/newbookviewcontroller.h"
 
 #include <QQmlEngine>
 
@@ -26,6 +30,16 @@ void registerQmlTypes()
     qmlRegisterType<OverviewViewController>(uri, 1, 0, "OverviewViewController");
     qmlRegisterType<ExportViewController>(uri, 1, 0, "ExportViewController");
     qmlRegisterType<ImportViewController>(uri, 1, 0, "ImportViewController");
+    qmlRegisterUncreatableType<BookForm>(uri, 1, 0, "BookForm", QStringLiteral("Base of the book forms"));
+    qmlRegisterType<NewBookViewController>(uri, 1, 0, "NewBookViewController");
+    qmlRegisterType<ListStyleTableViewController>(uri, 1, 0, "ListStyleTableViewController");
+    qmlRegisterUncreatableType<ListStyleModel>(uri, 1, 0, "ListStyleModel", QStringLiteral("Owned by its list"));
+    qmlRegisterType<CoverView>(uri, 1, 0, "CoverView");
+}
+
+void installImageProviders(QQmlEngine &engine, AppDelegate &delegate)
+{
+    engine.addImageProvider(QStringLiteral("cover"), new CoverImageProvider(&delegate));
 }
 
 } // namespace tomewise

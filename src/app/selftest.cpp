@@ -2,6 +2,7 @@
 
 #include "app/appdelegate.h"
 #include "app/pagedirectory.h"
+#include "app/qmltypes.h"
 #include "platform/recordingplatform.h"
 
 #include <QCoreApplication>
@@ -56,6 +57,7 @@ int runSelfTest()
     int failures = 0;
     {
         QQmlApplicationEngine engine;
+        installImageProviders(engine, delegate);
         engine.setInitialProperties({{QStringLiteral("appDelegate"), QVariant::fromValue(&delegate)}});
         engine.load(QUrl(QStringLiteral("qrc:/qml/Main.qml")));
         if (engine.rootObjects().isEmpty()) {

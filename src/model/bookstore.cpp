@@ -463,6 +463,24 @@ std::optional<QByteArray> BookStore::cover(qint64 pk)
     return result;
 }
 
+std::optional<QSet<qint64>> BookStore::coverKeys(QString *error)
+{
+    bool ok = false;
+    QSqlQuery &q = prepared(QStringLiteral("SELECT book FROM BooksPictureImage"), &ok, error);
+    if (!ok)
+        return std::nullopt;
+    if (!q.exec()) {
+        if (error)
+            *error = lastError(q);
+        return std::nullopt;
+    }
+    QSet<qint64> keys;
+    while (q.next())
+        keys.insert(q.value(0).toLongLong());
+    q.finish();
+    return keys;
+}
+
 StoreResult BookStore::deleteBook(qint64 pk)
 {
     Transaction t(*this);

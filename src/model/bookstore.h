@@ -4,6 +4,7 @@
 #include "fetchrequest.h"
 
 #include <QHash>
+#include <QSet>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
@@ -57,6 +58,9 @@ public:
     StoreResult updateBook(const Books &book); // every attribute but the cover
     StoreResult setCover(qint64 pk, const Data &pictureImage);
     std::optional<QByteArray> cover(qint64 pk);
+    // The keys of the books that have a cover, in one query (lists show a
+    // picture only for those, without loading any).
+    std::optional<QSet<qint64>> coverKeys(QString *error = nullptr);
     StoreResult deleteBook(qint64 pk);
 
     // Reference lists (GenreList, RatingList, SeriesList)

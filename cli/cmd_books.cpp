@@ -1,0 +1,172 @@
+// The book form's save and the list-style list, from the command line.
+#include "cli.h"
+
+#include "browse/liststyletableviewcontroller.h"
+#include "entry/newbookviewcontroller.h"
+
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace tomewise::cli {
+namespace {
+
+const QString kAddUsage = QStringLiteral(
+    "book add [--date TEXT] --title T --author A [--subtitle ..] [--publisher ..] [--year-published ..] "
+    "[--pages ..] [--isbn ..] [--format ..] [--genre ..] [--rating ..] [--series ..] [--series-number ..] "
+    "[--notes ..] [--cover IMAGE]");
+const QString kListOptions = QStringLiteral(
+    "[--sort date-read|book-name|author|genre|rating|series] [--asc|--desc] [--search TEXT]");
+
+// Each option and the form field it types into; numeric ones take digits only.
+struct FieldOption
+{
+    const char *option;
+    const char *field;
+    bool digitsOnly;
+};
+constexpr FieldOption kFieldOptions[]{
+    {"--date", "dateTextField", false},
+    {"--title", "bookNameTextField", false},
+    {"--subtitle", "SubTitleTextField", false},
+    {"--author", "bookAuthorTextField", false},
+    {"--publisher", "publishersNameTextField", false},
+    {"--year-published", "datePublishedTextField", true},
+    {"--pages", "numberOfPagesTextField", true},
+    {"--isbn", "ISBNTextField", false},
+    {"--format", "BookFormatTextField", false},
+    {"--genre", "bookCategoryTextField", false},
+    {"--rating", "RatingTextField", false},
+    {"--series", "SeriesTextField", false},
+    {"--series-number", "SeriesNumberTextField", true},
+    {"--notes", "NotesTextView", false},
+};
+
+int bookAdd(Context &ctx, QStringList &args)
+{
+    NewBookViewController form(ctx.app);
+    AlertLog alerts(form, ctx.err);
+    form.viewDidLoad();
+    form.viewWillAppear();
+    for (const auto &o : kFieldOptions) {
+        const auto value = takeOption(args, QLatin1String(o.option));
+        if (!value)
+            continue;
+        if (o.digitsOnly && !BookForm::shouldChangeCharacters(QString(), *value)) {
+            ctx.err << o.option << ": only digits are accepted, not \"" << *value << "\"" << Qt::endl;
+            return 2;
+        }
+        form.setProperty(o.field, *value);
+    }
+    if (const auto cover = takeOption(args, QStringLiteral("--cover"))) {
+        const QImage image(*cover);
+        if (image.isNull()) {
+            ctx.err << "--cover: not an image: " << *cover << Qt::endl;
+            return 2;
+        }
+        form.imagePicked(image);
+    }
+    if (!args.isEmpty())
+        return usageError(ctx, kAddUsage);
+    if (!form.dateTextField().isEmpty() && !form.readDate().isValid()) {
+        ctx.err << "--date: not a date: \"" << form.dateTextField() << "\"" << Qt::endl;
+        return 2;
+    }
+    if (!form.SaveNewBook())
+        return 1;
+    ctx.out << "Saved \"" << form.savedBook().name.value_or(QString()) << "\" (" << form.savedBook().dt.value_or(QString())
+            << ")" << Qt::endl;
+    return 0;
+}
+
+// Opens the list as the screen does, then applies --sort, --asc/--desc and --search.
+bool openList(QStringList &args, ListStyleTableViewController &list)
+{
+    static const QStringList sorts{QStringLiteral("date-read"), QStringLiteral("book-name"), QStringLiteral("author"),
+                                   QStringLiteral("genre"), QStringLiteral("rating"), QStringLiteral("series")};
+    const auto sort = takeOption(args, QStringLiteral("--sort"));
+    const bool asc = takeFlag(args, QStringLiteral("--asc"));
+    const bool desc = takeFlag(args, QStringLiteral("--desc"));
+    const auto search = takeOption(args, QStringLiteral("--search"));
+    if ((sort && !sorts.contains(*sort)) || (asc && desc))
+        return false;
+    list.viewDidLoad();
+    list.viewWillAppear();
+    if (asc)
+        list.SortButtonTapped();
+    if (sort)
+        list.selectSortOption(int(sorts.indexOf(*sort)) + 1);
+    if (search)
+        list.setSearchText(*search);
+    return true;
+}
+
+int books(Context &ctx)
+{
+    QStringList args = ctx.args;
+    ListStyleTableViewController list(ctx.app);
+    const bool json = takeFlag(args, QStringLiteral("--json"));
+    if (!openList(args, list) || !args.isEmpty())
+        return usageError(ctx, QStringLiteral("books ") + kListOptions + QStringLiteral(" [--json]"));
+    ListStyleModel &model = *list.model();
+    if (json) {
+        QJsonArray array;
+        const auto roles = model.roleNames();
+        for (int row = 0; row < model.rowCount(); ++row) {
+            QJsonObject o;
+            for (auto it = roles.begin(); it != roles.end(); ++it) {
+                const QVariant v = model.data(model.index(row), it.key());
+                if (v.isValid())
+                    o.insert(QString::fromLatin1(it.value()), QJsonValue::fromVariant(v));
+            }
+            array.append(o);
+        }
+        ctx.out << QJsonDocument(QJsonObject{{QStringLiteral("header"), list.header()},
+                                             {QStringLiteral("books"), array}})
+                       .toJson(QJsonDocument::Indented);
+        return 0;
+    }
+    ctx.out << list.header() << "\n";
+    for (int row = 0; row < model.rowCount(); ++row)
+        ctx.out << "\n" << model.labels(row).join(u'\n') << "\n";
+    return 0;
+}
+
+int bookDelete(Context &ctx, QStringList &args)
+{
+    ListStyleTableViewController list(ctx.app);
+    const auto index = takeOption(args, QStringLiteral("--index"));
+    bool ok = false;
+    const int row = index ? index->toInt(&ok) : 0;
+    if (!index || !ok || !openList(args, list) || !args.isEmpty())
+        return usageError(ctx, QStringLiteral("book delete ") + kListOptions + QStringLiteral(" --index N"));
+    if (row < 0 || row >= list.model()->rowCount()) {
+        ctx.err << "No book at index " << row << " (" << list.header() << ")" << Qt::endl;
+        return 1;
+    }
+    ctx.out << "Deleted:\n" << list.model()->labels(row).join(u'\n') << Qt::endl;
+    list.deleteRow(row);
+    return 0;
+}
+
+int book(Context &ctx)
+{
+    QStringList args = ctx.args;
+    const QString sub = args.isEmpty() ? QString() : args.takeFirst();
+    if (sub == QLatin1String("add"))
+        return bookAdd(ctx, args);
+    if (sub == QLatin1String("delete"))
+        return bookDelete(ctx, args);
+    return usageError(ctx, QStringLiteral("book add|delete ..."));
+}
+
+const Registration r1({QStringLiteral("book"), QStringLiteral("book add|delete ..."),
+                       QStringLiteral("Save a book as the Add Book form does; delete one picked as the list shows it."),
+                       true, book});
+const Registration r2({QStringLiteral("books"), QStringLiteral("books [--sort ..] [--asc|--desc] [--search ..] [--json]"),
+                       QStringLiteral("The book list's cards in one of its six orders, filtered by its search."), true,
+                       books});
+
+} // namespace
+} // namespace tomewise::cli

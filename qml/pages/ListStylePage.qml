@@ -1,0 +1,206 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import Tomewise
+import "../components"
+
+ScreenPage {
+    id: page
+    title: ctl.title
+    property alias controller: ctl
+    property string selectedCover
+
+    ListStyleTableViewController {
+        id: ctl
+        appDelegate: page.appDelegate
+        onNavigate: target => page.openPage(target)
+        onBookSelected: bookView.open()
+    }
+    Component.onCompleted: {
+        ctl.DarkMode = page.Material.theme === Material.Dark
+        ctl.viewDidLoad()
+    }
+    StackView.onActivating: ctl.viewWillAppear()
+
+    barActions: Component {
+        RowLayout {
+            spacing: 0
+            ToolButton {
+                objectName: "SortButton"
+                contentItem: Icon { name: "swap_vert"; color: "white" }
+                onClicked: ctl.SortButtonTapped()
+                Accessible.name: "Sort"
+            }
+            ToolButton {
+                id: menuButton
+                objectName: "SortMenuButton"
+                contentItem: Icon { name: "more_horiz"; color: "white" }
+                onClicked: sortMenu.open()
+                Accessible.name: "Sort By"
+                Menu {
+                    id: sortMenu
+                    objectName: "sortMenu"
+                    title: "Sort By"
+                    y: menuButton.height
+                    MenuItem { text: "Sort By"; enabled: false }
+                    Repeater {
+                        model: ctl.sortOptions
+                        MenuItem {
+                            required property string modelData
+                            required property int index
+                            text: modelData
+                            onTriggered: ctl.selectSortOption(index + 1)
+                        }
+                    }
+                }
+            }
+        }
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        TextField {
+            objectName: "searchBar"
+            Layout.fillWidth: true
+            Layout.margins: 8
+            placeholderText: ctl.placeholder
+            text: ctl.searchText
+            onTextEdited: ctl.searchText = text
+            leftPadding: 36
+            Icon { name: "search"; size: 20; color: Theme.muted; x: 8; anchors.verticalCenter: parent.verticalCenter }
+        }
+
+        Label {
+            objectName: "sectionHeader"
+            Layout.fillWidth: true
+            horizontalAlignment: Text.AlignHCenter
+            text: ctl.header
+            font.bold: true
+            color: Theme.muted
+            bottomPadding: 4
+        }
+
+        ListView {
+            id: list
+            objectName: "bookList"
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            clip: true
+            spacing: 8
+            model: ctl.model
+            reuseItems: true
+            cacheBuffer: 400
+            ScrollBar.vertical: ScrollBar {}
+
+            delegate: SwipeDelegate {
+                id: card
+                required property int index
+                required property var model
+                readonly property string coverSource: model.coverSource
+                readonly property color labelColor: ctl.DarkMode ? "black" : Theme.ink
+
+                width: ListView.view.width - 16
+                x: 8
+                padding: 8
+                onClicked: {
+                    page.selectedCover = coverSource
+                    ctl.selectRow(index)
+                }
+                background: RowFrame {}
+                contentItem: RowLayout {
+                    spacing: 10
+                    Item {
+                        Layout.preferredWidth: 62
+                        Layout.preferredHeight: 90
+                        Layout.alignment: Qt.AlignTop
+                        Image {
+                            anchors.fill: parent
+                            source: card.coverSource
+                            sourceSize: Qt.size(124, 180)
+                            fillMode: Image.PreserveAspectFit
+                            asynchronous: false // the store is read on this thread only
+                        }
+                    }
+                    ColumnLayout {
+                        Layout.fillWidth: true
+                        spacing: 1
+                        Repeater {
+                            model: [card.model.TopLabel, card.model.MiddleLabel, card.model.BottomLabel,
+                                    card.model.RatingLabel, card.model.SeriesLabel, card.model.NotesLabel]
+                            Label {
+                                required property string modelData
+                                required property int index
+                                Layout.fillWidth: true
+                                text: modelData
+                                color: card.labelColor
+                                elide: Text.ElideRight
+                                font.pixelSize: index === 0 ? 15 : 13
+                                font.bold: index === 0
+                            }
+                        }
+                    }
+                }
+                swipe.right: Rectangle {
+                    width: 90
+                    height: card.height
+                    anchors.right: parent.right
+                    radius: 10
+                    color: "#d32f2f"
+                    Label {
+                        anchors.centerIn: parent
+                        text: "delete"
+                        color: "white"
+                        font.bold: true
+                    }
+                    TapHandler {
+                        onTapped: ctl.deleteRow(card.index)
+                    }
+                }
+            }
+        }
+    }
+
+    // Until the detail screen exists, a tap shows the book read-only.
+    Dialog {
+        id: bookView
+        objectName: "bookView"
+        parent: Overlay.overlay
+        anchors.centerIn: parent
+        width: parent.width - 32
+        height: Math.min(parent.height - 64, implicitHeight)
+        modal: true
+        title: "Book"
+        standardButtons: Dialog.Close
+        contentItem: Flickable {
+            implicitHeight: fields.implicitHeight
+            contentHeight: fields.implicitHeight
+            clip: true
+            ColumnLayout {
+                id: fields
+                width: parent.width
+                spacing: 4
+                Image {
+                    Layout.alignment: Qt.AlignHCenter
+                    Layout.preferredWidth: 125
+                    Layout.preferredHeight: 180
+                    visible: page.selectedCover !== ""
+                    source: bookView.visible ? page.selectedCover : ""
+                    fillMode: Image.PreserveAspectFit
+                }
+                Repeater {
+                    model: bookView.visible ? ctl.currentBookFields() : []
+                    Label {
+                        required property var modelData
+                        Layout.fillWidth: true
+                        wrapMode: Text.Wrap
+                        text: "<b>" + modelData.label + ":</b> " + modelData.text
+                        textFormat: Text.StyledText
+                    }
+                }
+            }
+        }
+    }
+}

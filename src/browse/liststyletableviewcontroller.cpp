@@ -1,0 +1,163 @@
+#include "liststyletableviewcontroller.h"
+
+#include "app/log.h"
+
+namespace tomewise {
+
+ListStyleTableViewController::ListStyleTableViewController(AppDelegate *delegate, QObject *parent)
+    : ScreenController(delegate, parent)
+{
+    setTitle(QStringLiteral("Book List"));
+    connect(&m_model, &ListStyleModel::countChanged, this, &ListStyleTableViewController::headerChanged);
+}
+
+QVariantList ListStyleTableViewController::sortOptions() const
+{
+    QVariantList list;
+    for (const auto &option : kListStyleSortOptions)
+        list << QLatin1String(option.actionTitle);
+    return list;
+}
+
+QString ListStyleTableViewController::header() const
+{
+    const int n = m_model.rowCount();
+    return QString::number(n) + (n == 1 ? QStringLiteral(" Book") : QStringLiteral(" Books"));
+}
+
+void ListStyleTableViewController::viewDidLoad()
+{
+    m_sortAsc = false;
+    m_sortName = QStringLiteral("DateRead");
+    m_searchText = QString();
+    m_placeholder = QLatin1String(kListStyleLoadPlaceholder);
+    Q_EMIT sortChanged();
+}
+
+void ListStyleTableViewController::viewWillAppear()
+{
+    if (m_searchText && m_searchText->isEmpty())
+        fetch();
+    else
+        refilter();
+}
+
+void ListStyleTableViewController::SortButtonTapped()
+{
+    if (!m_sortAsc)
+        qFatal("The sort direction is not set before the list has loaded");
+    m_sortAsc = !*m_sortAsc;
+    Q_EMIT sortChanged();
+    fetch();
+}
+
+void ListStyleTableViewController::selectSortOption(int option)
+{
+    if (option < 1 || option > int(kListStyleSortOptions.size()))
+        return;
+    const auto &o = kListStyleSortOptions[size_t(option - 1)];
+    qCInfo(lcBrowse).noquote() << QStringLiteral("Option %1 selected").arg(option);
+    m_sortName = QLatin1String(o.sortName);
+    m_placeholder = QLatin1String(o.placeholder);
+    Q_EMIT sortChanged();
+    fetch();
+}
+
+void ListStyleTableViewController::fetch()
+{
+    const ListStyleSortOption *option = listStyleSortOption(sortName());
+    if (!option)
+        option = &kListStyleSortOptions[0];
+    FetchRequest request;
+    request.entity = Entity::Books;
+    for (const char *key : option->sortKeys) {
+        if (key)
+            request.sortDescriptors.append({QLatin1String(key), sortAsc()});
+    }
+    QString error;
+    auto books = context().fetchBooks(request, &error);
+    auto covers = books ? context().coverKeys(&error) : std::nullopt;
+    if (!books || !covers) {
+        qCWarning(lcStore).noquote() << error;
+        return;
+    }
+    m_model.setBooks(std::move(*books), *option, app().dateText(), std::move(*covers));
+    refilter();
+}
+
+void ListStyleTableViewController::refilter()
+{
+    m_model.refilter(searchText());
+}
+
+void ListStyleTableViewController::setSearchText(const QString &text)
+{
+    if (m_searchText == text)
+        return;
+    m_searchText = text;
+    Q_EMIT searchTextChanged();
+    refilter();
+}
+
+void ListStyleTableViewController::deleteRow(int row)
+{
+    if (row < 0 || row >= m_model.rowCount())
+        return;
+    const qint64 pk = m_model.book(row).pk;
+    logIfFailed(context().deleteBook(pk));
+    app().saveContext();
+    m_model.removeShownRow(row);
+}
+
+void ListStyleTableViewController::selectRow(int row)
+{
+    if (row < 0 || row >= m_model.rowCount())
+        return;
+    const Books &b = m_model.book(row);
+    Books &current = app().state().currentBook;
+    current = Books();
+    current.pk = b.pk;
+    current.name = b.name;
+    current.subTitle = b.subTitle;
+    current.author = b.author;
+    current.bookPublisher = b.bookPublisher;
+    current.isbn = b.isbn;
+    current.category = b.category;
+    current.rating = b.rating;
+    current.series = b.series;
+    current.seriesNumber = b.seriesNumber;
+    current.publishDate = b.publishDate;
+    current.numberPages = b.numberPages;
+    current.notes = b.notes;
+    current.dt = b.dt;
+    current.pictureImage = context().cover(b.pk);
+    m_currentKey = b.pk;
+    Q_EMIT bookSelected();
+}
+
+QVariantList ListStyleTableViewController::currentBookFields() const
+{
+    const Books &b = app().state().currentBook;
+    auto number = [](const Int16 &v) { return v ? QString::number(*v) : QString(); };
+    const QList<std::pair<const char *, QString>> rows{
+        {"Date Read", b.dt.value_or(QString())},
+        {"Book Name", b.name.value_or(QString())},
+        {"Subtitle", b.subTitle.value_or(QString())},
+        {"Author", b.author.value_or(QString())},
+        {"Publisher", b.bookPublisher.value_or(QString())},
+        {"Year Published", number(b.publishDate)},
+        {"# Pages", number(b.numberPages)},
+        {"ISBN", b.isbn.value_or(QString())},
+        {"Genre", b.category.value_or(QString())},
+        {"Rating", b.rating.value_or(QString())},
+        {"Series", b.series.value_or(QString())},
+        {"Series #", number(b.seriesNumber)},
+        {"Notes", b.notes.value_or(QString())},
+    };
+    QVariantList list;
+    for (const auto &[label, text] : rows)
+        list << QVariantMap{{QStringLiteral("label"), QLatin1String(label)}, {QStringLiteral("text"), text}};
+    return list;
+}
+
+} // namespace tomewise

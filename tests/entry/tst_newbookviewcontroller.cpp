@@ -1,0 +1,406 @@
+// The Add Book form: opening date, pickers, digits-only fields, cover sources and the save.
+#include "entry/newbookviewcontroller.h"
+#include "support/imagefixtures.h"
+#include "support/logcapture.h"
+#include "support/testapp.h"
+
+#include <QSignalSpy>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace tomewise;
+using namespace tomewise::test;
+
+class TestNewBook : public QObject
+{
+    Q_OBJECT
+
+private:
+    static void addEntry(TestApp &t, Entity entity, const QString &name)
+    {
+        ReferenceEntry e;
+        e.value = name;
+        QVERIFY(t.store().insertEntry(entity, e));
+    }
+
+private Q_SLOTS:
+    void opensWithTodayInMediumStyle()
+    {
+        TestApp t;
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        QCOMPARE(form.title(), QStringLiteral("Add Book"));
+        QCOMPARE(form.dateTextField(), QStringLiteral("Nov 21, 2026"));
+        QCOMPARE(t.app().dateText().components(form.readDate()), (DateText::Components{2026, 11, 21}));
+        QCOMPARE(form.readDate(), t.app().dateText().startOfDay(2026, 11, 21).value());
+    }
+
+    void defaultDateIsSavedAsItsComponents()
+    {
+        TestApp t;
+        t.app().userDefaults().setValue(SettingsKey::UseDefaultDate, true);
+        t.app().userDefaults().setValue(SettingsKey::DefaultDate, QStringLiteral("Jan 1, 2020"));
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        QCOMPARE(form.dateTextField(), QStringLiteral("Jan 1, 2020"));
+        form.setProperty("bookNameTextField", QStringLiteral("Emma"));
+        form.setProperty("bookAuthorTextField", QStringLiteral("Jane Austen"));
+        QVERIFY(form.SaveNewBook());
+        const Books saved = t.allBooks().value(0);
+        QCOMPARE(saved.dt, QStringLiteral("Jan 1, 2020"));
+        QCOMPARE(saved.year, qint16(2020));
+        QCOMPARE(saved.month, qint16(1));
+        QCOMPARE(saved.day, qint16(1));
+    }
+
+    void defaultDateOffUsesToday()
+    {
+        TestApp t;
+        t.app().userDefaults().setValue(SettingsKey::UseDefaultDate, false);
+        t.app().userDefaults().setValue(SettingsKey::DefaultDate, QStringLiteral("Jan 1, 2020"));
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        QCOMPARE(form.dateTextField(), QStringLiteral("Nov 21, 2026"));
+    }
+
+    void pickerDateIsLongStyle()
+    {
+        TestApp t;
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        form.dateChanged(2021, 3, 4);
+        QCOMPARE(form.dateTextField(), QStringLiteral("March 4, 2021"));
+        QSignalSpy ended(&form, &BookForm::editingEnded);
+        form.doneClick();
+        QCOMPARE(form.dateTextField(), QStringLiteral("March 4, 2021"));
+        QCOMPARE(ended.size(), 1);
+        form.todayClick();
+        QCOMPARE(form.dateTextField(), QStringLiteral("November 21, 2026"));
+        QCOMPARE(form.readDate(), t.app().dateText().startOfDay(2026, 11, 21).value());
+    }
+
+    void datePickerStyle_data()
+    {
+        QTest::addColumn<QStringList>("trueKeys");
+        QTest::addColumn<int>("style");
+        QTest::newRow("none") << QStringList{} << int(BookForm::Automatic);
+        QTest::newRow("wheel") << QStringList{"UseDateWheel"} << int(BookForm::Wheels);
+        QTest::newRow("compact") << QStringList{"UseDateCompact"} << int(BookForm::Compact);
+        QTest::newRow("inline") << QStringList{"UseDateInline"} << int(BookForm::Inline);
+        QTest::newRow("inline tested last") << QStringList{"UseDateWheel", "UseDateInline"} << int(BookForm::Inline);
+    }
+    void datePickerStyle()
+    {
+        QFETCH(QStringList, trueKeys);
+        QFETCH(int, style);
+        TestApp t;
+        for (const auto &k : trueKeys)
+            t.app().userDefaults().setValue(k.toLatin1().constData(), true);
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        QCOMPARE(form.datePickerStyle(), style);
+    }
+
+    void pickersFollowTheirTags()
+    {
+        TestApp t;
+        addEntry(t, Entity::GenreList, QStringLiteral("Mystery"));
+        addEntry(t, Entity::GenreList, QStringLiteral("Fantasy"));
+        addEntry(t, Entity::RatingList, QStringLiteral("**"));
+        addEntry(t, Entity::RatingList, QStringLiteral("*"));
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        QCOMPARE(form.pickerRows(BookForm::GenrePicker), (QStringList{"Fantasy", "Mystery"}));
+        QCOMPARE(form.pickerRows(BookForm::RatingPicker), (QStringList{"*", "**"}));
+        QCOMPARE(form.pickerRows(BookForm::BookFormatPicker),
+                 (QStringList{"Hard Cover", "Paperback", "Leatherback", "Digital"}));
+        QCOMPARE(form.numberOfRowsInComponent(BookForm::SeriesPicker), 0);
+        QCOMPARE(form.numberOfRowsInComponent(7), 0);
+        form.didSelectRow(BookForm::GenrePicker, 1);
+        form.didSelectRow(BookForm::RatingPicker, 1);
+        form.didSelectRow(BookForm::BookFormatPicker, 3);
+        QCOMPARE(form.property("bookCategoryTextField").toString(), QStringLiteral("Mystery"));
+        QCOMPARE(form.property("RatingTextField").toString(), QStringLiteral("**"));
+        QCOMPARE(form.property("BookFormatTextField").toString(), QStringLiteral("Digital"));
+    }
+
+    void reappearingReloadsGenresAndSeriesButNotRatings()
+    {
+        TestApp t;
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        QSignalSpy navigated(&form, &ScreenController::navigate);
+        form.openViewControllerBasedOnIdentifier(QStringLiteral("GenreReferenceList"));
+        QCOMPARE(navigated.value(0).value(0).toString(), QStringLiteral("GenreReferenceList"));
+        addEntry(t, Entity::GenreList, QStringLiteral("Poetry"));
+        addEntry(t, Entity::SeriesList, QStringLiteral("Dune"));
+        addEntry(t, Entity::RatingList, QStringLiteral("***"));
+        form.viewWillAppear();
+        QCOMPARE(form.listOfGenre(), QStringList{"Poetry"});
+        QCOMPARE(form.listOfSeries(), QStringList{"Dune"});
+        QVERIFY(form.listOfRating().isEmpty());
+    }
+
+    void digitsOnly_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("after");
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("typed digit") << "19" << "199" << true;
+        QTest::newRow("typed letter") << "19" << "19a" << false;
+        QTest::newRow("letter in the middle") << "1999" << "19x99" << false;
+        QTest::newRow("deletion") << "1999" << "199" << true;
+        QTest::newRow("pasted digits over all") << "12" << "345" << true;
+        QTest::newRow("pasted with blank") << "" << "3 4" << false;
+        QTest::newRow("minus sign") << "" << "-5" << false;
+        QTest::newRow("cleared") << "123" << "" << true;
+    }
+    void digitsOnly()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, after);
+        QFETCH(bool, accepted);
+        QCOMPARE(BookForm::shouldChangeCharacters(before, after), accepted);
+    }
+
+    void requiredFields_data()
+    {
+        QTest::addColumn<QString>("date");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("author");
+        QTest::addColumn<bool>("saved");
+        QTest::newRow("all filled") << "Nov 21, 2026" << "T" << "A" << true;
+        QTest::newRow("no date") << "" << "T" << "A" << false;
+        QTest::newRow("no title") << "Nov 21, 2026" << "" << "A" << false;
+        QTest::newRow("no author") << "Nov 21, 2026" << "T" << "" << false;
+        QTest::newRow("blank title counts as filled") << "Nov 21, 2026" << "   " << "A" << true;
+    }
+    void requiredFields()
+    {
+        QFETCH(QString, date);
+        QFETCH(QString, title);
+        QFETCH(QString, author);
+        QFETCH(bool, saved);
+        TestApp t;
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        form.setDateTextField(date);
+        form.setProperty("bookNameTextField", title);
+        form.setProperty("bookAuthorTextField", author);
+        QSignalSpy unwound(&form, &ScreenController::unwind);
+        QCOMPARE(form.SaveNewBook(), saved);
+        QCOMPARE(t.allBooks().size(), saved ? 1 : 0);
+        QCOMPARE(unwound.size(), saved ? 1 : 0);
+        if (saved) {
+            QCOMPARE(unwound.value(0).value(0).toString(), QStringLiteral("unwindToMenu"));
+            QCOMPARE(form.alertTitle(), QString());
+        } else {
+            QCOMPARE(form.alertTitle(), QStringLiteral("Book Not Saved"));
+            QCOMPARE(form.alertMessage(), QStringLiteral("Required Fields Labeled in RED Not Entered"));
+            QCOMPARE(form.alertButtons(), QStringList{"OK"});
+        }
+    }
+
+    void minimalSaveSetsOnlyThoseAttributes()
+    {
+        TestApp t;
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        form.setProperty("bookNameTextField", QStringLiteral("Persuasion"));
+        form.setProperty("bookAuthorTextField", QStringLiteral("Jane Austen"));
+        QVERIFY(form.SaveNewBook());
+        const QList<Books> books = t.allBooks();
+        QCOMPARE(books.size(), 1);
+        Books expected;
+        expected.pk = books[0].pk;
+        expected.name = QStringLiteral("Persuasion");
+        expected.author = QStringLiteral("Jane Austen");
+        expected.dt = QStringLiteral("Nov 21, 2026");
+        expected.dateRead = t.app().dateText().startOfDay(2026, 11, 21);
+        expected.year = 2026;
+        expected.month = 11;
+        expected.day = 21;
+        QCOMPARE(books[0], expected);
+    }
+
+    void trimmingAndNumbers()
+    {
+        TestApp t;
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        const QList<std::pair<const char *, QString>> fields{
+            {"bookNameTextField", "  The Hobbit \t"},
+            {"SubTitleTextField", " There and Back Again "},
+            {"bookAuthorTextField", " J. R. R. Tolkien "},
+            {"publishersNameTextField", " Allen & Unwin "},
+            {"ISBNTextField", " 9780261102217 "},
+            {"bookCategoryTextField", " Fantasy "},
+            {"SeriesTextField", " Middle-earth "},
+            {"SeriesNumberTextField", "3a"},
+            {"RatingTextField", " ***** "},
+            {"BookFormatTextField", " Paperback "},
+            {"NotesTextView", " Reread \n"},
+            {"datePublishedTextField", "1937"},
+            {"numberOfPagesTextField", "40000"},
+        };
+        for (const auto &[name, value] : fields)
+            form.setProperty(name, value);
+        QVERIFY(form.SaveNewBook());
+        const Books b = t.allBooks().value(0);
+        QCOMPARE(b.name, QStringLiteral("The Hobbit"));
+        QCOMPARE(b.subTitle, QStringLiteral("There and Back Again"));
+        QCOMPARE(b.author, QStringLiteral("J. R. R. Tolkien"));
+        QCOMPARE(b.bookPublisher, QStringLiteral("Allen & Unwin"));
+        QCOMPARE(b.isbn, QStringLiteral("9780261102217"));
+        QCOMPARE(b.category, QStringLiteral("Fantasy"));
+        QCOMPARE(b.series, QStringLiteral("Middle-earth"));
+        QCOMPARE(b.seriesNumber, qint16(3));
+        // Rating, format and notes are saved as they stand.
+        QCOMPARE(b.rating, QStringLiteral(" ***** "));
+        QCOMPARE(b.bookFormat, QStringLiteral(" Paperback "));
+        QCOMPARE(b.notes, QStringLiteral(" Reread \n"));
+        QCOMPARE(b.publishDate, qint16(1937));
+        QCOMPARE(b.numberPages, std::nullopt); // beyond 16 bits: left unset
+    }
+
+    void seriesNumberText_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<Int16>("number");
+        QTest::newRow("plain") << "12" << Int16(12);
+        QTest::newRow("trailing letter") << "3a" << Int16(3);
+        QTest::newRow("leading letters") << "Vol7" << Int16(7);
+        QTest::newRow("both ends") << "b2c" << Int16(2);
+        QTest::newRow("letters only") << "abc" << Int16();
+        QTest::newRow("letter inside") << "1a2" << Int16();
+        QTest::newRow("too large") << "32768" << Int16();
+        QTest::newRow("largest") << "32767" << Int16(32767);
+    }
+    void seriesNumberText()
+    {
+        QFETCH(QString, text);
+        QFETCH(Int16, number);
+        TestApp t;
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        form.setProperty("bookNameTextField", QStringLiteral("T"));
+        form.setProperty("bookAuthorTextField", QStringLiteral("A"));
+        form.setProperty("SeriesNumberTextField", text);
+        QVERIFY(form.SaveNewBook());
+        QCOMPARE(t.allBooks().value(0).seriesNumber, number);
+    }
+
+    void coverOfAnyShapeIsStored125By180Jpeg_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("tall") << QSize(250, 360);
+        QTest::newRow("wide") << QSize(800, 200);
+        QTest::newRow("tiny") << QSize(3, 3);
+    }
+    void coverOfAnyShapeIsStored125By180Jpeg()
+    {
+        QFETCH(QSize, size);
+        TestApp t;
+        t.platform().clipboard = coverImage(size, 3);
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        form.PasteFromClipboard();
+        QVERIFY(form.hasImage());
+        form.setProperty("bookNameTextField", QStringLiteral("T"));
+        form.setProperty("bookAuthorTextField", QStringLiteral("A"));
+        QVERIFY(form.SaveNewBook());
+        const QByteArray bytes = t.allBooks(true).value(0).pictureImage.value_or(QByteArray());
+        QVERIFY(bytes.startsWith("\xFF\xD8\xFF"));
+        const QImage stored = QImage::fromData(bytes, "JPEG");
+        QCOMPARE(stored.size(), QSize(125, 180));
+        // Quality 90 scales the first luminance quantiser (16) to 3; 75 would give 8.
+        const qsizetype dqt = bytes.indexOf("\xFF\xDB");
+        QVERIFY(dqt > 0);
+        QCOMPARE(int(quint8(bytes.at(dqt + 5))), 3);
+    }
+
+    void coverSources()
+    {
+        TestApp t;
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        QVERIFY(!form.cameraEnabled());
+
+        form.OpenCameraButtonTapped();
+        QCOMPARE(form.alertTitle(), QStringLiteral("Camera"));
+        QCOMPARE(form.alertMessage(), QStringLiteral("There is no camera available"));
+        form.answerAlert(0);
+
+        form.PasteFromClipboard();
+        QCOMPARE(form.alertTitle(), QStringLiteral("Clipboard"));
+        QCOMPARE(form.alertMessage(), QStringLiteral("There is no image in the Clipboard"));
+        form.answerAlert(0);
+        QVERIFY(!form.hasImage());
+
+        QTemporaryDir dir;
+        const QString png = dir.filePath(QStringLiteral("cover.png"));
+        const QString text = dir.filePath(QStringLiteral("notes.txt"));
+        QVERIFY(coverImage(QSize(40, 60)).save(png));
+        QFile f(text);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write("not a picture");
+        f.close();
+        QVERIFY(form.documentPicked(QUrl::fromLocalFile(png)));
+        QCOMPARE(form.imageView().size(), QSize(40, 60));
+        QVERIFY(!form.documentPicked(QUrl::fromLocalFile(text)));
+        QCOMPARE(form.imageView().size(), QSize(40, 60)); // a non-image leaves the cover
+
+        form.RemoveButtonTapped();
+        QCOMPARE(form.alertTitle(), QStringLiteral("Remove Cover Image"));
+        QCOMPARE(form.alertMessage(), QStringLiteral("Do You Want to Remove This Image?"));
+        QCOMPARE(form.alertButtons(), (QStringList{"Yes", "No"}));
+        form.answerAlert(1);
+        QVERIFY(form.hasImage());
+        form.RemoveButtonTapped();
+        form.answerAlert(0);
+        QVERIFY(!form.hasImage());
+    }
+
+    void cameraWhenOneExists()
+    {
+        TestApp t;
+        t.platform().hasCamera = true;
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        QVERIFY(form.cameraEnabled());
+        QSignalSpy requested(&form, &BookForm::cameraRequested);
+        form.OpenCameraButtonTapped();
+        QCOMPARE(requested.size(), 1);
+        QCOMPARE(form.alertTitle(), QString());
+    }
+
+    void pinchZoomAccumulates()
+    {
+        TestApp t;
+        NewBookViewController form(&t.app());
+        form.pinchedView(2.0);
+        form.pinchedView(1.5);
+        QCOMPARE(form.coverScale(), 3.0);
+    }
+
+    void failedSaveStillReturnsToMenu()
+    {
+        TestApp t;
+        NewBookViewController form(&t.app());
+        form.viewDidLoad();
+        form.setProperty("bookNameTextField", QStringLiteral("T"));
+        form.setProperty("bookAuthorTextField", QStringLiteral("A"));
+        QVERIFY(t.store().database().exec(QStringLiteral("DROP TABLE Books")).lastError().type()
+                == QSqlError::NoError);
+        LogCapture log;
+        QSignalSpy unwound(&form, &ScreenController::unwind);
+        form.SaveNewBook();
+        QCOMPARE(unwound.size(), 1);
+        QCOMPARE(log.lines("tomewise.store").size(), 1);
+    }
+};
+
+QTEST_MAIN(TestNewBook)
+#include "tst_newbookviewcontroller.moc"
