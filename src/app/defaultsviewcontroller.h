@@ -13,7 +13,10 @@ class DefaultsViewController : public ScreenController
     Q_OBJECT
     Q_PROPERTY(bool DefaultDateSwitch READ defaultDateSwitch NOTIFY changed)
     Q_PROPERTY(QString DefaultDateTextField READ defaultDateText NOTIFY changed)
-    Q_PROPERTY(QDate pickerDate READ pickerDate NOTIFY changed)
+    // The day the picker shows, month 1-12.
+    Q_PROPERTY(int pickerYear READ pickerYear NOTIFY changed)
+    Q_PROPERTY(int pickerMonth READ pickerMonth NOTIFY changed)
+    Q_PROPERTY(int pickerDay READ pickerDay NOTIFY changed)
     Q_PROPERTY(bool UseDateWheel READ useDateWheel NOTIFY changed)
     Q_PROPERTY(bool UseCompactDate READ useCompactDate NOTIFY changed)
     Q_PROPERTY(bool UseInlineDate READ useInlineDate NOTIFY changed)
@@ -29,6 +32,9 @@ public:
     bool defaultDateSwitch() const { return m_defaultDateOn; }
     QString defaultDateText() const { return m_defaultDateText; }
     QDate pickerDate() const { return m_pickerDate; }
+    int pickerYear() const { return m_pickerDate.year(); }
+    int pickerMonth() const { return m_pickerDate.month(); }
+    int pickerDay() const { return m_pickerDate.day(); }
     bool useDateWheel() const { return m_wheelOn; }
     bool useCompactDate() const { return m_compactOn; }
     bool useInlineDate() const { return m_inlineOn; }
