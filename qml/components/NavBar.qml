@@ -9,6 +9,9 @@ ToolBar {
     property bool canGoBack: false
     signal backClicked()
 
+    implicitHeight: 52
+    background: Rectangle { color: Theme.primary }
+
     RowLayout {
         anchors.fill: parent
         spacing: 0

@@ -14,6 +14,14 @@ ScreenPage {
     }
     Component.onCompleted: ctl.viewDidLoad()
 
+    // The guide is scaled to the width of the screen whenever either is ready or changes.
+    function fitWidth() {
+        Qt.callLater(() => {
+            if (doc.status === PdfDocument.Ready && view.width > 0)
+                view.scaleToWidth(view.width, view.height)
+        })
+    }
+
     Rectangle {
         objectName: "TextView"
         anchors.fill: parent
@@ -32,8 +40,9 @@ ScreenPage {
             document: PdfDocument {
                 id: doc
                 source: ctl.documentUrl
-                onStatusChanged: if (doc.status === PdfDocument.Ready) view.scaleToWidth(view.width, view.height)
+                onStatusChanged: page.fitWidth()
             }
+            onWidthChanged: page.fitWidth()
         }
     }
 }

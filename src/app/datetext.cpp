@@ -121,10 +121,20 @@ std::optional<QDateTime> DateText::parsePattern(const QString &text, const QStri
     return fromUDate(d);
 }
 
+icu::Calendar &DateText::calendar() const
+{
+    if (!m_calendar) {
+        UErrorCode status = U_ZERO_ERROR;
+        m_calendar = std::make_unique<icu::GregorianCalendar>(*m_zone, *m_locale, status);
+        m_calendar->setLenient(true);
+    }
+    return *m_calendar;
+}
+
 DateText::Components DateText::components(const QDateTime &instant) const
 {
     UErrorCode status = U_ZERO_ERROR;
-    icu::GregorianCalendar cal(*m_zone, *m_locale, status);
+    icu::Calendar &cal = calendar();
     cal.setTime(toUDate(instant), status);
     Components c;
     c.year = cal.get(UCAL_EXTENDED_YEAR, status);
@@ -136,10 +146,7 @@ DateText::Components DateText::components(const QDateTime &instant) const
 std::optional<QDateTime> DateText::startOfDay(int year, int month, int day) const
 {
     UErrorCode status = U_ZERO_ERROR;
-    icu::GregorianCalendar cal(*m_zone, *m_locale, status);
-    if (U_FAILURE(status))
-        return std::nullopt;
-    cal.setLenient(true);
+    icu::Calendar &cal = calendar();
     cal.clear();
     cal.set(UCAL_EXTENDED_YEAR, year);
     cal.set(UCAL_MONTH, month - 1);

@@ -10,6 +10,7 @@
 #include <unicode/uversion.h>
 
 U_NAMESPACE_BEGIN
+class Calendar;
 class DateFormat;
 class TimeZone;
 class Locale;
@@ -61,6 +62,7 @@ public:
 
 private:
     icu::DateFormat &formatter(Style style) const;
+    icu::Calendar &calendar() const;
 
     QString m_localeName;
     QByteArray m_timeZoneId;
@@ -68,6 +70,7 @@ private:
     std::unique_ptr<icu::TimeZone> m_zone;
     mutable std::unique_ptr<icu::DateFormat> m_medium;
     mutable std::unique_ptr<icu::DateFormat> m_long;
+    mutable std::unique_ptr<icu::Calendar> m_calendar; // built once: start-up asks it for every book
 };
 
 } // namespace tomewise

@@ -124,7 +124,7 @@ RepairCounts repairDates(AppDelegate &app, const QList<Books> &bookList)
             if (!date)
                 qFatal("The calendar could not form a date from %d/%d/%d", int(book.year.value_or(0)),
                        int(book.month.value_or(0)), int(book.day.value_or(0)));
-            qFatal("A book without a %s cannot be identified", book.name ? "author" : "name");
+            qFatal("A book without %s cannot be identified", book.name ? "an author" : "a name");
         }
         if (matches.value({*book.name, *book.author}) != 1)
             continue;

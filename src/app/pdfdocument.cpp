@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QTextDocument>
+#include <QTextFrame>
 
 namespace tomewise {
 
@@ -53,9 +54,12 @@ bool writeUserGuidePdf(const QString &markdownPath, const QString &pdfPath, QStr
     }
     QTextDocument doc;
     doc.setDefaultFont(QFont(QStringLiteral("Arial"), 11));
-    doc.setDocumentMargin(48);
     doc.setDefaultStyleSheet(QStringLiteral("h1 { color: #8b1a1a; } h2 { color: #222; } code { font-family: monospace; }"));
     doc.setMarkdown(QString::fromUtf8(in.readAll()));
+    // Root-frame margins repeat on every page, unlike the document margin.
+    QTextFrameFormat frame = doc.rootFrame()->frameFormat();
+    frame.setMargin(48);
+    doc.rootFrame()->setFrameFormat(frame);
     return writeTextDocumentPdf(doc, pdfPath, QStringLiteral("Overview"), error);
 }
 

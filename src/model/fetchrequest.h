@@ -43,3 +43,5 @@ struct FetchRequest
 };
 
 } // namespace tomewise
+Q_DECLARE_METATYPE(tomewise::Predicate)
+Q_DECLARE_METATYPE(tomewise::SortDescriptor)

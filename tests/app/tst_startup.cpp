@@ -1,0 +1,217 @@
+#include "app/launchtasks.h"
+#include "app/mainmenuviewcontroller.h"
+#include "support/imagefixtures.h"
+#include "support/logcapture.h"
+#include "support/testapp.h"
+
+#include <QImage>
+#include <QTest>
+#include <QTimeZone>
+
+using namespace tomewise;
+using namespace tomewise::test;
+
+class TestStartup : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void firstLaunchSeedsOnce();
+    void resetsNavigationValues();
+    void repairRebuildsTheDay_data();
+    void repairRebuildsTheDay();
+    void repairLeavesDuplicatesAlone();
+    void repairReencodesCovers_data();
+    void repairReencodesCovers();
+    void menuTogglesAsOne();
+    void tabBarSegueHidesTheBar();
+};
+
+void TestStartup::firstLaunchSeedsOnce()
+{
+    TestApp t;
+    LogCapture log;
+    MainMenuViewController first(&t.app());
+    first.viewDidLoad();
+    QCOMPARE(log.lines("tomewise.app"), (QStringList{"First Launch", "Date Not Fixed Yet"}));
+    QCOMPARE(t.entryNames(Entity::GenreList), LaunchTasks::starterGenres());
+    QCOMPARE(t.entryNames(Entity::GenreList).size(), 29);
+    QCOMPARE(t.entryNames(Entity::GenreList).at(14), QStringLiteral("Romance"));
+    QCOMPARE(t.entryNames(Entity::RatingList), (QStringList{"*", "**", "***", "****", "*****"}));
+    QVERIFY(t.entryNames(Entity::SeriesList).isEmpty());
+    QVERIFY(t.app().userDefaults().boolValue(SettingsKey::AboutHasBeenLaunchedBefore));
+    QVERIFY(!t.app().userDefaults().contains(SettingsKey::DateHasBeenFixedBefore));
+
+    // A second launch of the process reads the flag back from the settings file.
+    log.clear();
+    auto again = t.relaunch();
+    MainMenuViewController second(again.get());
+    second.viewDidLoad();
+    QCOMPARE(log.lines("tomewise.app"), (QStringList{"Not First Launch", "Date Not Fixed Yet"}));
+    QCOMPARE(t.entryNames(Entity::GenreList).size(), 29);
+    QCOMPARE(t.entryNames(Entity::RatingList).size(), 5);
+}
+
+void TestStartup::resetsNavigationValues()
+{
+    TestApp t;
+    t.app().state().setCallingScreen(QStringLiteral("GenreBreakdown"));
+    t.app().state().setListMode(QStringLiteral("Graphic"));
+    t.insert(book(QStringLiteral("Dune"), QStringLiteral("Frank Herbert")));
+    MainMenuViewController menu(&t.app());
+    menu.viewDidLoad();
+    QCOMPARE(t.app().state().callingScreen(), QStringLiteral("MainMenu"));
+    QCOMPARE(t.app().state().listMode(), QString());
+    QCOMPARE(menu.bookList().size(), 1);
+}
+
+void TestStartup::repairRebuildsTheDay_data()
+{
+    QTest::addColumn<QByteArray>("zone");
+    QTest::addColumn<int>("year");
+    QTest::addColumn<int>("month");
+    QTest::addColumn<int>("day");
+    QTest::addColumn<QDate>("expectedDay");
+    QTest::newRow("New York") << QByteArray("America/New_York") << 2021 << 3 << 5 << QDate(2021, 3, 5);
+    QTest::newRow("Tokyo") << QByteArray("Asia/Tokyo") << 2021 << 3 << 5 << QDate(2021, 3, 5);
+    QTest::newRow("Kiritimati") << QByteArray("Pacific/Kiritimati") << 2021 << 3 << 5 << QDate(2021, 3, 5);
+    // The calendar is lenient: day 31 of February rolls into March.
+    QTest::newRow("rolls over") << QByteArray("Europe/Berlin") << 2021 << 2 << 31 << QDate(2021, 3, 3);
+    // A book saved without a date reads 0/0/0 and still gets a day: 30 November, 2 BC.
+    QTest::newRow("zeros") << QByteArray("UTC") << 0 << 0 << 0 << QDate(-2, 11, 30);
+}
+
+void TestStartup::repairRebuildsTheDay()
+{
+    QFETCH(QByteArray, zone);
+    QFETCH(int, year);
+    QFETCH(int, month);
+    QFETCH(int, day);
+    QFETCH(QDate, expectedDay);
+
+    TestApp t(zone);
+    Books b = book(QStringLiteral("Emma"), QStringLiteral("Jane Austen"));
+    if (year || month || day) {
+        b.year = qint16(year);
+        b.month = qint16(month);
+        b.day = qint16(day);
+    }
+    b.dateRead = QDateTime(QDate(1999, 12, 31), QTime(13, 14, 15), Qt::UTC); // wrong on purpose
+    t.insert(b);
+    MainMenuViewController menu(&t.app());
+    menu.viewDidLoad();
+
+    const Books repaired = t.allBooks().first();
+    QVERIFY(repaired.dateRead);
+    const QDateTime local = repaired.dateRead->toTimeZone(QTimeZone(zone));
+    if (expectedDay.year() > 0) // QDateTime's proleptic calendar differs from ICU's before 1582
+        QCOMPARE(local, QDateTime(expectedDay, QTime(0, 0), QTimeZone(zone)));
+    else
+        QVERIFY(local.date().year() < 0);
+    QCOMPARE(menu.lastRepair().repaired, 1);
+}
+
+void TestStartup::repairLeavesDuplicatesAlone()
+{
+    TestApp t;
+    const QDateTime wrong(QDate(2000, 1, 1), QTime(12, 0), Qt::UTC);
+    const QByteArray cover = encode(coverImage(), "jpeg", 90);
+    for (int i = 0; i < 2; ++i) {
+        Books b = book(QStringLiteral("Emma"), QStringLiteral("Jane Austen"));
+        b.year = 2021;
+        b.month = 3;
+        b.day = 5;
+        b.dateRead = wrong;
+        b.pictureImage = cover;
+        t.insert(b);
+    }
+    // Title and author compare exactly: this one is unique.
+    Books other = book(QStringLiteral("emma"), QStringLiteral("Jane Austen"));
+    other.year = 2021;
+    other.month = 3;
+    other.day = 5;
+    t.insert(other);
+
+    MainMenuViewController menu(&t.app());
+    menu.viewDidLoad();
+    const auto books = t.allBooks();
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(books[i].dateRead, std::optional<QDateTime>(wrong));
+        QCOMPARE(books[i].pictureImage, std::optional<QByteArray>(cover));
+    }
+    QVERIFY(books[2].dateRead);
+    QCOMPARE(menu.lastRepair().repaired, 1);
+}
+
+void TestStartup::repairReencodesCovers_data()
+{
+    QTest::addColumn<QByteArray>("cover");
+    QTest::addColumn<bool>("reencoded");
+    QTest::addColumn<bool>("shrinks");
+    QTest::newRow("jpeg") << encode(coverImage(), "jpeg", 90) << true << true;
+    // Any picture format is re-encoded, as JPEG; a small PNG may even grow.
+    QTest::newRow("png") << encode(coverImage(QSize(125, 180)), "png") << true << false;
+    QTest::newRow("not an image") << QByteArray("plain words, not a picture") << false << false;
+    QTest::newRow("empty") << QByteArray("") << false << false;
+}
+
+void TestStartup::repairReencodesCovers()
+{
+    QFETCH(QByteArray, cover);
+    QFETCH(bool, reencoded);
+    QFETCH(bool, shrinks);
+    TestApp t;
+    Books b = book(QStringLiteral("Emma"), QStringLiteral("Jane Austen"));
+    b.pictureImage = cover;
+    t.insert(b);
+    MainMenuViewController menu(&t.app());
+    menu.viewDidLoad();
+    const QByteArray after = *t.allBooks().first().pictureImage;
+    if (!reencoded) {
+        QCOMPARE(after, cover);
+        return;
+    }
+    QVERIFY(after.startsWith("\xFF\xD8")); // JPEG
+    if (shrinks)
+        QVERIFY2(after.size() < cover.size() / 2, qPrintable(QStringLiteral("%1 -> %2").arg(cover.size()).arg(after.size())));
+    QImage decoded;
+    QVERIFY(decoded.loadFromData(after));
+    QCOMPARE(decoded.size(), QImage::fromData(cover).size());
+    QCOMPARE(menu.lastRepair().covers, 1);
+}
+
+void TestStartup::menuTogglesAsOne()
+{
+    TestApp t;
+    MainMenuViewController menu(&t.app());
+    menu.viewDidLoad();
+    menu.viewWillAppear();
+    QCOMPARE(menu.hiddenStates(), QList<bool>(9, true));
+    QCOMPARE(menu.menuButtons().size(), 9);
+    menu.HandleSelection();
+    QCOMPARE(menu.hiddenStates(), QList<bool>(9, false));
+    QVERIFY(menu.menuOpen());
+    menu.HandleSelection();
+    QVERIFY(!menu.menuOpen());
+    menu.HandleSelection();
+    menu.viewWillAppear(); // coming back shows it closed
+    QVERIFY(!menu.menuOpen());
+}
+
+void TestStartup::tabBarSegueHidesTheBar()
+{
+    TestApp t;
+    MainMenuViewController menu(&t.app());
+    QStringList targets;
+    connect(&menu, &ScreenController::navigate, this, [&](const QString &target) { targets << target; });
+    menu.openEntry(0);
+    QVERIFY(!menu.navigationBarHidden());
+    menu.openEntry(1);
+    QVERIFY(menu.navigationBarHidden());
+    menu.viewWillAppear();
+    QVERIFY(!menu.navigationBarHidden());
+    QCOMPARE(targets, (QStringList{"ListStyle", "TabBarController"}));
+}
+
+QTEST_MAIN(TestStartup)
+#include "tst_startup.moc"

@@ -1,0 +1,134 @@
+#include "support/imagefixtures.h"
+#include "support/testapp.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTest>
+
+using namespace tomewise;
+using namespace tomewise::test;
+
+namespace {
+
+struct Run
+{
+    int status = -1;
+    QProcess::ExitStatus exit = QProcess::NormalExit;
+    QByteArray out;
+    QByteArray err;
+};
+
+Run cli(const QString &dataDir, const QStringList &args)
+{
+    QProcess p;
+    p.start(QStringLiteral(TOMEWISE_CLI), QStringList{QStringLiteral("--data-dir"), dataDir} + args);
+    p.waitForFinished(60000);
+    return {p.exitCode(), p.exitStatus(), p.readAllStandardOutput(), p.readAllStandardError()};
+}
+
+QJsonArray dump(const QString &dataDir, const QString &entity)
+{
+    return QJsonDocument::fromJson(cli(dataDir, {QStringLiteral("store"), QStringLiteral("dump"), entity}).out).array();
+}
+
+} // namespace
+
+class TestCli : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startTwiceSeedsOnce();
+    void dumpKeepsAbsentAndEmptyApart();
+    void fatalStarts_data();
+    void fatalStarts();
+    void usageErrors();
+};
+
+void TestCli::startTwiceSeedsOnce()
+{
+    QTemporaryDir dir;
+    QCOMPARE(cli(dir.path(), {QStringLiteral("start")}).status, 0);
+    const Run second = cli(dir.path(), {QStringLiteral("start")});
+    QCOMPARE(second.status, 0);
+    QVERIFY(second.err.contains("Not First Launch"));
+    QCOMPARE(dump(dir.path(), QStringLiteral("GenreList")).size(), 29);
+    const QJsonArray ratings = dump(dir.path(), QStringLiteral("RatingList"));
+    QCOMPARE(ratings.size(), 5);
+    QCOMPARE(ratings.last().toObject().value(QStringLiteral("rating")).toString(), QStringLiteral("*****"));
+    QVERIFY(dump(dir.path(), QStringLiteral("SeriesList")).isEmpty());
+}
+
+void TestCli::dumpKeepsAbsentAndEmptyApart()
+{
+    TestApp t("UTC");
+    Books b = book(QStringLiteral("Kafka on the Shore"), QStringLiteral("Haruki Murakami"));
+    b.subTitle = QString(QLatin1String(""));
+    b.year = 2021;
+    b.dateRead = QDateTime(QDate(2021, 3, 5), QTime(0, 0), Qt::UTC);
+    b.pictureImage = QByteArray("\x01\x02\x03", 3);
+    t.insert(b);
+    const QJsonObject o = dump(t.dataDirectory(), QStringLiteral("Books")).first().toObject();
+    QCOMPARE(o.value(QStringLiteral("name")).toString(), QStringLiteral("Kafka on the Shore"));
+    QVERIFY(o.contains(QStringLiteral("subTitle")));
+    QCOMPARE(o.value(QStringLiteral("subTitle")).toString(), QString());
+    QVERIFY(!o.contains(QStringLiteral("notes")));
+    QVERIFY(!o.contains(QStringLiteral("month")));
+    QCOMPARE(o.value(QStringLiteral("year")).toInt(), 2021);
+    QCOMPARE(o.value(QStringLiteral("dateRead")).toString(), QStringLiteral("2021-03-05T00:00:00Z"));
+    QCOMPARE(o.value(QStringLiteral("pictureImage")).toString(), QStringLiteral("AQID"));
+}
+
+void TestCli::fatalStarts_data()
+{
+    QTest::addColumn<QString>("broken");
+    QTest::addColumn<QByteArray>("message");
+    QTest::newRow("store not a database") << "file" << QByteArray("Unresolved error The store could not be read.");
+    QTest::newRow("store is a folder") << "folder" << QByteArray("Unresolved error The store could not be opened.");
+    QTest::newRow("book without author") << "author" << QByteArray("A book without an author cannot be identified");
+    QTest::newRow("book without name") << "name" << QByteArray("A book without a name cannot be identified");
+}
+
+void TestCli::fatalStarts()
+{
+    QFETCH(QString, broken);
+    QFETCH(QByteArray, message);
+    TestApp t;
+    const QString storePath = t.dataDirectory() + QStringLiteral("/Tomewise.sqlite");
+    if (broken == QLatin1String("file") || broken == QLatin1String("folder")) {
+        QFile::remove(storePath);
+        if (broken == QLatin1String("folder")) {
+            QVERIFY(QDir().mkpath(storePath));
+        } else {
+            QFile f(storePath);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write(QByteArray("garbage, not a store ").repeated(100));
+        }
+    } else {
+        Books b;
+        if (broken == QLatin1String("author"))
+            b.name = QStringLiteral("Untitled");
+        else
+            b.author = QStringLiteral("Anonymous");
+        t.insert(b);
+    }
+    const Run r = cli(t.dataDirectory(), {QStringLiteral("start")});
+    QVERIFY2(r.exit == QProcess::CrashExit || r.status != 0, r.err.constData());
+    QVERIFY2(r.err.contains(message), r.err.constData());
+}
+
+void TestCli::usageErrors()
+{
+    QTemporaryDir dir;
+    QCOMPARE(cli(dir.path(), {QStringLiteral("store"), QStringLiteral("dump"), QStringLiteral("Shelves")}).status, 2);
+    QCOMPARE(cli(dir.path(), {QStringLiteral("no-such-command")}).status, 2);
+    const Run help = cli(dir.path(), {QStringLiteral("--help")});
+    QCOMPARE(help.status, 0);
+    QVERIFY(help.out.contains("store dump ENTITY"));
+}
+
+QTEST_GUILESS_MAIN(TestCli)
+#include "tst_cli.moc"
