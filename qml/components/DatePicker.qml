@@ -99,6 +99,7 @@ Item {
         visible: picker.compact
         anchors.horizontalCenter: parent.horizontalCenter
         flat: true
+        font.capitalization: Font.MixedCase
         text: new Date(picker.year, picker.month - 1, picker.day).toLocaleDateString(Qt.locale(), Locale.ShortFormat)
         font.pixelSize: 17
         background: Rectangle {

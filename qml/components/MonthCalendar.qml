@@ -51,6 +51,9 @@ ColumnLayout {
         id: grid
         objectName: "monthGrid"
         Layout.fillWidth: true
+        // The grid sizes its cells from its own size: six rows of weeks.
+        Layout.preferredHeight: 6 * 38
+        spacing: 0
         month: Math.max(0, cal.shownMonth - 1)
         year: cal.shownYear
         locale: Qt.locale()
@@ -59,7 +62,6 @@ ColumnLayout {
             required property var model
             readonly property bool chosen: cell.model.year === cal.year && cell.model.month + 1 === cal.month
                                            && cell.model.day === cal.day
-            implicitHeight: 34
             Rectangle {
                 anchors.centerIn: parent
                 width: 32

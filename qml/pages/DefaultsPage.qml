@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.Material
 import QtQuick.Layouts
 import Tomewise
 import "../components"
@@ -32,6 +33,8 @@ ScreenPage {
         Switch {
             id: rowSwitch
             checked: switchRow.on
+            // A flat handle: the raised one's shadow layer draws nothing without a GPU.
+            Component.onCompleted: indicator.Material.elevation = 0
             onToggled: {
                 switchRow.toggled(checked)
                 checked = Qt.binding(() => switchRow.on)

@@ -37,6 +37,10 @@ ScreenPage {
     Connections {
         target: page.ctl
         function onUnwind(name) { page.unwind(name) }
+        function onTextChanged() {
+            if (field.text !== page.ctl.text)
+                field.text = page.ctl.text
+        }
     }
 
     barActions: Component {
