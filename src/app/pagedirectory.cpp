@@ -22,7 +22,9 @@ const QList<PageDirectory::Page> &PageDirectory::pages()
         {"EditGenre", "ReferenceNamePage.qml", "Edit Genre"},
         {"EditRating", "ReferenceNamePage.qml", "Edit Rating"},
         {"EditNewSeries", "ReferenceNamePage.qml", "Edit Series"},
-        {"ImportExport", nullptr, "Import / Export"},
+        {"ImportExport", "ImportExportPage.qml", "Import / Export"},
+        {"Export", "ExportPage.qml", "Export"},
+        {"Import", "ImportPage.qml", "Import"},
         {"RateShare", nullptr, "Rate & Share"},
     };
     return list;

@@ -15,6 +15,8 @@
 #include "reference/ratingreferencelisttableviewcontroller.h"
 #include "reference/referencelistviewcontroller.h"
 #include "reference/seriesreferencelisttableviewcontroller.h"
+#include "exchange/exportviewcontroller.h"
+#include "exchange/importviewcontroller.h"
 
 #include <QQmlEngine>
 
@@ -48,6 +50,8 @@ void registerQmlTypes()
     qmlRegisterType<EditGenreViewController>(uri, 1, 0, "EditGenreViewController");
     qmlRegisterType<EditRatingViewController>(uri, 1, 0, "EditRatingViewController");
     qmlRegisterType<EditNewSeriesViewController>(uri, 1, 0, "EditNewSeriesViewController");
+    qmlRegisterType<ExportViewController>(uri, 1, 0, "ExportViewController");
+    qmlRegisterType<ImportViewController>(uri, 1, 0, "ImportViewController");
 }
 
 } // namespace tomewise

@@ -185,19 +185,27 @@ StoreResult BookStore::createSchema()
     for (const auto &statement : QString::fromLatin1(kSchema).split(u';', Qt::SkipEmptyParts)) {
         if (statement.trimmed().isEmpty())
             continue;
-        if (auto r = exec(statement); !r)
-            return r;
+        QSqlQuery q(m_db);
+        if (!q.exec(statement))
+            return {false, lastError(q)};
     }
-    if (auto r = exec(QStringLiteral("PRAGMA user_version=%1").arg(kSchemaVersion)); !r)
-        return r;
+    QSqlQuery q(m_db);
+    if (!q.exec(QStringLiteral("PRAGMA user_version=%1").arg(kSchemaVersion)))
+        return {false, lastError(q)};
     return t.commit();
 }
 
 StoreResult BookStore::exec(const QString &sql)
 {
-    QSqlQuery q(m_db);
-    if (!q.exec(sql))
+    // Savepoint statements run for every write; they are prepared once too.
+    bool ok = false;
+    QString error;
+    QSqlQuery &q = prepared(sql, &ok, &error);
+    if (!ok)
+        return {false, error};
+    if (!q.exec())
         return {false, lastError(q)};
+    q.finish();
     return {};
 }
 

@@ -1,0 +1,22 @@
+import QtQuick
+import QtQuick.Controls
+
+// A screen's action button: thin black border, grey title when disabled.
+Button {
+    id: button
+    flat: true
+    implicitHeight: 44
+    contentItem: Label {
+        text: button.text
+        font.pixelSize: 16
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        color: button.enabled ? Theme.primary : "gray"
+    }
+    background: Rectangle {
+        radius: 6
+        border.width: 1
+        border.color: "black"
+        color: button.down ? Qt.darker(Theme.rowBackground, 1.08) : "white"
+    }
+}
