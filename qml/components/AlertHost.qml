@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.Material
 import QtQuick.Layouts
 
 // Shows a controller's alerts: title, message and the buttons it names; the
@@ -12,6 +13,8 @@ Dialog {
     property int cancelIndex: -1
 
     objectName: "alert"
+    // No shadow layer: without a GPU it draws nothing and the alert shows no background.
+    Material.elevation: 0
     modal: true
     closePolicy: Popup.NoAutoClose
     anchors.centerIn: Overlay.overlay

@@ -1,9 +1,20 @@
 #include "qmltypes.h"
 
 #include "app/appdelegate.h"
+#include "app/defaultsviewcontroller.h"
 #include "app/mainmenuviewcontroller.h"
 #include "app/overviewviewcontroller.h"
 #include "app/pagedirectory.h"
+#include "reference/addgenreviewcontroller.h"
+#include "reference/addnewseriesviewcontroller.h"
+#include "reference/addratingviewcontroller.h"
+#include "reference/editgenreviewcontroller.h"
+#include "reference/editnewseriesviewcontroller.h"
+#include "reference/editratingviewcontroller.h"
+#include "reference/genrereferencelisttableviewcontroller.h"
+#include "reference/ratingreferencelisttableviewcontroller.h"
+#include "reference/referencelistviewcontroller.h"
+#include "reference/seriesreferencelisttableviewcontroller.h"
 #include "exchange/exportviewcontroller.h"
 #include "exchange/importviewcontroller.h"
 #include "browse/coverimageprovider.h"
@@ -28,6 +39,21 @@ void registerQmlTypes()
 
     qmlRegisterType<MainMenuViewController>(uri, 1, 0, "MainMenuViewController");
     qmlRegisterType<OverviewViewController>(uri, 1, 0, "OverviewViewController");
+    qmlRegisterType<DefaultsViewController>(uri, 1, 0, "DefaultsViewController");
+
+    qmlRegisterUncreatableType<ReferenceTableController>(uri, 1, 0, "ReferenceTableController", QStringLiteral("Base of the list screens"));
+    qmlRegisterUncreatableType<ReferenceAddController>(uri, 1, 0, "ReferenceAddController", QStringLiteral("Base of the add screens"));
+    qmlRegisterUncreatableType<ReferenceEditController>(uri, 1, 0, "ReferenceEditController", QStringLiteral("Base of the edit screens"));
+    qmlRegisterType<ReferenceListViewController>(uri, 1, 0, "ReferenceListViewController");
+    qmlRegisterType<GenreReferenceListTableViewController>(uri, 1, 0, "GenreReferenceListTableViewController");
+    qmlRegisterType<RatingReferenceListTableViewController>(uri, 1, 0, "RatingReferenceListTableViewController");
+    qmlRegisterType<SeriesReferenceListTableViewController>(uri, 1, 0, "SeriesReferenceListTableViewController");
+    qmlRegisterType<AddGenreViewController>(uri, 1, 0, "AddGenreViewController");
+    qmlRegisterType<AddRatingViewController>(uri, 1, 0, "AddRatingViewController");
+    qmlRegisterType<AddNewSeriesViewController>(uri, 1, 0, "AddNewSeriesViewController");
+    qmlRegisterType<EditGenreViewController>(uri, 1, 0, "EditGenreViewController");
+    qmlRegisterType<EditRatingViewController>(uri, 1, 0, "EditRatingViewController");
+    qmlRegisterType<EditNewSeriesViewController>(uri, 1, 0, "EditNewSeriesViewController");
     qmlRegisterType<ExportViewController>(uri, 1, 0, "ExportViewController");
     qmlRegisterType<ImportViewController>(uri, 1, 0, "ImportViewController");
     qmlRegisterUncreatableType<BookForm>(uri, 1, 0, "BookForm", QStringLiteral("Base of the book forms"));
