@@ -1,6 +1,6 @@
 #pragma once
 
-#include "entry/bookscan.h"
+#include "entry/bookitem.h"
 #include "model/books.h"
 
 #include <QObject>

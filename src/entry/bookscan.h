@@ -1,42 +1,14 @@
 #pragma once
 
+#include "entry/bookitem.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
-#include <QStringList>
 
 #include <optional>
 
 namespace tomewise {
-
-// Cover links of a volume; only the thumbnail is downloaded.
-struct ImageURL
-{
-    std::optional<QString> smallThumbnail;
-    std::optional<QString> thumbnail;
-};
-
-// What the books service knows about one volume.
-struct VolumeInfo
-{
-    QString title;
-    std::optional<QString> subtitle;
-    QStringList authors;
-    QString publishedDate;
-    qint64 pageCount = 0;
-    std::optional<QString> language;
-    std::optional<QString> publisher;
-    std::optional<QString> description;
-    std::optional<QStringList> categories;
-    std::optional<ImageURL> imageLinks;
-};
-
-// One match of a volumes query.
-struct BookItem
-{
-    QString id;
-    VolumeInfo volumeInfo;
-};
 
 // A volumes answer; the form only ever uses the first item.
 struct BookScan
