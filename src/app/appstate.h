@@ -1,9 +1,13 @@
 #pragma once
 
+#include "entry/bookitem.h"
 #include "model/books.h"
 
 #include <QObject>
 #include <QString>
+#include <QThread>
+
+#include <optional>
 
 namespace tomewise {
 
@@ -40,6 +44,17 @@ public:
     QString selectedSeriesName() const { return m_selectedSeriesName; }
     void setSelectedSeriesName(const QString &v) { m_selectedSeriesName = v; Q_EMIT changed(); }
 
+    // The held answer of the book search: the items of the last decoded
+    // answer, cleared once the form has been filled from it. The search hands
+    // it over on the user-interface thread, the only one that may write it.
+    const std::optional<QList<BookItem>> &scannedBookItems() const { return m_scannedBookItems; }
+    void setScannedBookItems(std::optional<QList<BookItem>> items)
+    {
+        Q_ASSERT(QThread::currentThread() == thread());
+        m_scannedBookItems = std::move(items);
+        Q_EMIT changed();
+    }
+
     // The selected book's fields (a tap in a list copies them all; a group
     // summary writes only its own field).
     Books currentBook;
@@ -54,6 +69,7 @@ private:
     qint16 m_selectedReadYear = 0;
     bool m_groupSortAscending = true;
     QString m_scannedISBN;
+    std::optional<QList<BookItem>> m_scannedBookItems;
     QString m_selectedGenreName;
     QString m_selectedSeriesName;
 };

@@ -1,0 +1,482 @@
+#include "support/booksapiserver.h"
+#include "support/imagefixtures.h"
+#include "support/logcapture.h"
+#include "support/testapp.h"
+
+#include "entry/bookfill.h"
+#include "entry/booksearchmanager.h"
+
+#include <QElapsedTimer>
+#include <QLocale>
+#include <QProcess>
+#include <QTcpServer>
+#include <QTest>
+
+using namespace tomewise;
+using namespace tomewise::test;
+
+using Fields = QList<std::pair<QString, QString>>;
+
+namespace {
+
+const QString kToday = QStringLiteral("Nov 21, 2026");
+const QString kSucceeded200 = QStringLiteral("URL Session Task Succeeded: HTTP 200");
+
+QString missing(const char *path)
+{
+    return QStringLiteral("The answer could not be read because a required key is missing. (key: %1)")
+        .arg(QLatin1String(path));
+}
+
+QString wrongType(const char *what, const char *path)
+{
+    return QStringLiteral("The answer could not be read because a value has the wrong type: %1. (key: %2)")
+        .arg(QLatin1String(what), QLatin1String(path));
+}
+
+// A volumes answer with one item whose volumeInfo body is given.
+QByteArray oneItem(const char *volumeInfo)
+{
+    return QByteArray(R"({"items": [{"id": "x1", "volumeInfo": {)") + volumeInfo + "}}]}";
+}
+
+constexpr auto kRequired = R"("title": "T", "authors": ["A"], "publishedDate": "2001", "pageCount": 10)";
+
+QByteArray withRequired(const char *extra)
+{
+    return oneItem((QByteArray(kRequired) + ", " + extra).constData());
+}
+
+// A port on which nobody listens.
+quint16 closedPort()
+{
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost);
+    const quint16 port = probe.serverPort();
+    probe.close();
+    return port;
+}
+
+// One search as the form runs it: the completion hands the items to the held answer.
+struct SearchRun
+{
+    bool completed = false;
+    std::optional<QList<BookItem>> items;
+};
+
+SearchRun searchAndWait(BookSearchManager &manager, AppState &state, const QString &isbn)
+{
+    SearchRun run;
+    bool finished = false;
+    QObject::connect(&manager, &BookSearchManager::finished, &manager, [&finished] { finished = true; });
+    manager.search(isbn, [&](const std::optional<QList<BookItem>> &items) {
+        run.completed = true;
+        run.items = items;
+        state.setScannedBookItems(items);
+    });
+    if (!QTest::qWaitFor([&finished] { return finished; }, 10000))
+        qWarning("search of %s did not finish", qPrintable(isbn));
+    manager.disconnect();
+    return run;
+}
+
+} // namespace
+
+class TestBookSearch : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void decode_data();
+    void decode();
+    void answers_data();
+    void answers();
+    void fill_data();
+    void fill();
+    void queryAsTyped_data();
+    void queryAsTyped();
+    void apiKeyOnlyWhenSet();
+    void transportFailures_data();
+    void transportFailures();
+    void slowAnswerDoesNotBlock();
+    void coverDownload_data();
+    void coverDownload();
+    void cliLookup_data();
+    void cliLookup();
+
+private:
+    std::unique_ptr<BooksApiServer> m_server;
+};
+
+void TestBookSearch::init()
+{
+    m_server = std::make_unique<BooksApiServer>();
+    qputenv("TOMEWISE_BOOKS_API", m_server->volumesAddress().toEncoded());
+}
+
+void TestBookSearch::decode_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<QString>("error");
+    QTest::addColumn<int>("itemCount"); // -1: no items key
+
+    QTest::newRow("items absent") << QByteArray(R"({"kind": "books#volumes", "totalItems": 0})") << QString() << -1;
+    QTest::newRow("items null") << QByteArray(R"({"items": null})") << QString() << -1;
+    QTest::newRow("items empty") << QByteArray(R"({"items": []})") << QString() << 0;
+    QTest::newRow("required only") << oneItem(kRequired) << QString() << 1;
+    QTest::newRow("extra keys ignored") << withRequired(R"("ratingsCount": 3, "panelization": {"x": [1]})")
+                                        << QString() << 1;
+    QTest::newRow("optional null") << withRequired(R"("subtitle": null, "imageLinks": null)") << QString() << 1;
+    QTest::newRow("whole-number double") << oneItem(R"("title": "T", "authors": [], "publishedDate": "", "pageCount": 320.0)")
+                                         << QString() << 1;
+
+    QTest::newRow("no id") << QByteArray(R"({"items": [{"volumeInfo": {}}]})") << missing("items[0].id") << -1;
+    QTest::newRow("no volumeInfo") << QByteArray(R"({"items": [{"id": "x"}]})") << missing("items[0].volumeInfo") << -1;
+    QTest::newRow("no title") << oneItem(R"("authors": ["A"], "publishedDate": "2001", "pageCount": 10)")
+                              << missing("items[0].volumeInfo.title") << -1;
+    QTest::newRow("no authors") << oneItem(R"("title": "T", "publishedDate": "2001", "pageCount": 10)")
+                                << missing("items[0].volumeInfo.authors") << -1;
+    QTest::newRow("no publishedDate") << oneItem(R"("title": "T", "authors": ["A"], "pageCount": 10)")
+                                      << missing("items[0].volumeInfo.publishedDate") << -1;
+    QTest::newRow("no pageCount") << oneItem(R"("title": "T", "authors": ["A"], "publishedDate": "2001")")
+                                  << missing("items[0].volumeInfo.pageCount") << -1;
+
+    QTest::newRow("pageCount text") << oneItem(R"("title": "T", "authors": ["A"], "publishedDate": "2001", "pageCount": "10")")
+                                    << wrongType("expected an integer, found a string", "items[0].volumeInfo.pageCount") << -1;
+    QTest::newRow("pageCount fraction") << oneItem(R"("title": "T", "authors": ["A"], "publishedDate": "2001", "pageCount": 10.5)")
+                                        << wrongType("expected an integer, found the number 10.5", "items[0].volumeInfo.pageCount")
+                                        << -1;
+    QTest::newRow("title null") << oneItem(R"("title": null, "authors": ["A"], "publishedDate": "2001", "pageCount": 10)")
+                                << wrongType("expected a string, found null", "items[0].volumeInfo.title") << -1;
+    QTest::newRow("authors text") << oneItem(R"("title": "T", "authors": "A", "publishedDate": "2001", "pageCount": 10)")
+                                  << wrongType("expected an array of strings, found a string", "items[0].volumeInfo.authors")
+                                  << -1;
+    QTest::newRow("author number") << oneItem(R"("title": "T", "authors": ["A", 7], "publishedDate": "2001", "pageCount": 10)")
+                                   << wrongType("expected a string, found a number", "items[0].volumeInfo.authors[1]") << -1;
+    QTest::newRow("subtitle number") << withRequired(R"("subtitle": 2)")
+                                     << wrongType("expected a string, found a number", "items[0].volumeInfo.subtitle") << -1;
+    QTest::newRow("categories text") << withRequired(R"("categories": "Fiction")")
+                                     << wrongType("expected an array of strings, found a string",
+                                                  "items[0].volumeInfo.categories")
+                                     << -1;
+    QTest::newRow("imageLinks text") << withRequired(R"("imageLinks": "http://x")")
+                                     << wrongType("expected an object, found a string", "items[0].volumeInfo.imageLinks")
+                                     << -1;
+    QTest::newRow("thumbnail number") << withRequired(R"("imageLinks": {"thumbnail": 1})")
+                                      << wrongType("expected a string, found a number",
+                                                   "items[0].volumeInfo.imageLinks.thumbnail")
+                                      << -1;
+    QTest::newRow("second item broken")
+        << QByteArray(R"({"items": [{"id": "a", "volumeInfo": {"title": "T", "authors": [], "publishedDate": "", "pageCount": 1}},
+                                    {"id": "b", "volumeInfo": {"authors": [], "publishedDate": "", "pageCount": 1}}]})")
+        << missing("items[1].volumeInfo.title") << -1;
+    QTest::newRow("items object") << QByteArray(R"({"items": {}})")
+                                  << wrongType("expected an array, found an object", "items") << -1;
+    QTest::newRow("top-level array") << QByteArray("[]")
+                                     << wrongType("expected an object, found an array", "(top level)") << -1;
+}
+
+void TestBookSearch::decode()
+{
+    QFETCH(QByteArray, json);
+    QFETCH(QString, error);
+    QFETCH(int, itemCount);
+
+    const BookScan::Decoded decoded = BookScan::decode(json);
+    QCOMPARE(decoded.error, error);
+    QCOMPARE(decoded.scan.has_value(), error.isEmpty());
+    if (decoded.scan)
+        QCOMPARE(decoded.scan->items ? int(decoded.scan->items->size()) : -1, itemCount);
+}
+
+void TestBookSearch::answers_data()
+{
+    QTest::addColumn<QString>("isbn");
+    QTest::addColumn<QStringList>("log");
+    QTest::addColumn<bool>("completed");
+    QTest::addColumn<int>("itemCount"); // -1: nothing held
+
+    QTest::newRow("two items") << QStringLiteral("9780060853983") << QStringList{kSucceeded200} << true << 2;
+    QTest::newRow("items absent") << QStringLiteral("9780000000019") << QStringList{kSucceeded200} << true << -1;
+    QTest::newRow("unknown isbn") << QStringLiteral("9781111111111") << QStringList{kSucceeded200} << true << -1;
+    QTest::newRow("no pageCount") << QStringLiteral("9780000000002")
+                                  << QStringList{kSucceeded200, missing("items[0].volumeInfo.pageCount")} << false << -1;
+    QTest::newRow("pageCount text") << QStringLiteral("9780000000026")
+                                    << QStringList{kSucceeded200, wrongType("expected an integer, found a string",
+                                                                            "items[0].volumeInfo.pageCount")}
+                                    << false << -1;
+    // The service's error answer is an object without items: it decodes, and holds nothing.
+    QTest::newRow("quota 429") << QStringLiteral("9780000000033")
+                               << QStringList{QStringLiteral("URL Session Task Succeeded: HTTP 429")} << true << -1;
+    QTest::newRow("html page") << QStringLiteral("9780000000040")
+                               << QStringList{kSucceeded200,
+                                              QStringLiteral("The answer could not be read because it is not valid JSON: "
+                                                             "illegal value at offset 1.")}
+                               << false << -1;
+    QTest::newRow("empty body") << QStringLiteral("9780000000064") << QStringList{kSucceeded200} << false << -1;
+}
+
+void TestBookSearch::answers()
+{
+    QFETCH(QString, isbn);
+    QFETCH(QStringList, log);
+    QFETCH(bool, completed);
+    QFETCH(int, itemCount);
+
+    TestApp t;
+    LogCapture capture;
+    BookSearchManager manager;
+    const SearchRun run = searchAndWait(manager, t.app().state(), isbn);
+
+    QCOMPARE(capture.lines("tomewise.entry"), log);
+    QCOMPARE(run.completed, completed);
+    const auto &held = t.app().state().scannedBookItems();
+    QCOMPARE(held ? int(held->size()) : -1, itemCount);
+    QCOMPARE(BookFill::from(held, kToday).has_value(), itemCount > 0);
+}
+
+void TestBookSearch::fill_data()
+{
+    QTest::addColumn<QString>("isbn");
+    QTest::addColumn<Fields>("fields");
+
+    QTest::newRow("subtitle, two authors, categories, cover")
+        << QStringLiteral("9780060853983")
+        << Fields{{"dateTextField", kToday},
+                  {"bookNameTextField", "Good Omens"},
+                  {"SubTitleTextField", "The Nice and Accurate Prophecies of Agnes Nutter, Witch"},
+                  {"datePublishedTextField", "2006"},
+                  {"numberOfPagesTextField", "432"},
+                  {"bookAuthorTextField", "Neil Gaiman, Terry Pratchett"},
+                  {"publishersNameTextField", "HarperCollins"},
+                  {"bookCategoryTextField", "Fiction, Fantasy"},
+                  {"NotesTextView", "The world ends on a Saturday.\nNext Saturday, in fact."},
+                  {"imageView", "{{server}}/covers/9780060853983.jpg"}};
+    QTest::newRow("four authors, full date")
+        << QStringLiteral("9780262033848")
+        << Fields{{"dateTextField", kToday},
+                  {"bookNameTextField", "Introduction to Algorithms"},
+                  {"datePublishedTextField", "2009-07-31"},
+                  {"numberOfPagesTextField", "1292"},
+                  {"bookAuthorTextField", "Thomas H. Cormen, Charles E. Leiserson, Ronald L. Rivest, Clifford Stein"},
+                  {"publishersNameTextField", "MIT Press"},
+                  {"bookCategoryTextField", "Computers"},
+                  {"NotesTextView", "A broad survey of algorithms, each described in pseudocode and analysed with care."},
+                  {"imageView", "{{server}}/covers/9780262033848.jpg"}};
+    QTest::newRow("required keys only")
+        << QStringLiteral("9780141036144")
+        << Fields{{"dateTextField", kToday},
+                  {"bookNameTextField", "Nineteen Eighty-Four"},
+                  {"datePublishedTextField", "2008"},
+                  {"numberOfPagesTextField", "336"},
+                  {"bookAuthorTextField", "George Orwell"}};
+}
+
+void TestBookSearch::fill()
+{
+    QFETCH(QString, isbn);
+    QFETCH(Fields, fields);
+
+    TestApp t;
+    BookSearchManager manager;
+    QVERIFY(searchAndWait(manager, t.app().state(), isbn).completed);
+    const auto filled = BookFill::from(t.app().state().scannedBookItems(), kToday);
+    QVERIFY(filled);
+    for (auto &[name, value] : fields)
+        value.replace(QLatin1String("{{server}}"), m_server->baseAddress().toString());
+    QCOMPARE(filled->fields(), fields);
+}
+
+void TestBookSearch::queryAsTyped_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("digits") << QStringLiteral("9780141036144");
+    QTest::newRow("hyphens") << QStringLiteral("978-0-14-103614-4");
+    QTest::newRow("blanks") << QStringLiteral("978 0 14 103614 4");
+    QTest::newRow("untrimmed") << QStringLiteral("  9780141036144 ");
+    QTest::newRow("ISBN-10 with X") << QStringLiteral("080442957X");
+    QTest::newRow("query delimiters") << QStringLiteral("978+0&key=1#x%20/?");
+    QTest::newRow("QR text") << QStringLiteral("Ünïcode, \"quoted\"");
+}
+
+void TestBookSearch::queryAsTyped()
+{
+    QFETCH(QString, typed);
+
+    TestApp t;
+    BookSearchManager manager(&t.app().userDefaults());
+    searchAndWait(manager, t.app().state(), typed);
+    QCOMPARE(m_server->requests().size(), 1);
+    const auto &request = m_server->requests().first();
+    QCOMPARE(request.method, QByteArray("GET"));
+    QCOMPARE(request.path, QStringLiteral("/books/v1/volumes"));
+    QCOMPARE(request.query, (QList<std::pair<QString, QString>>{{"q", "ISBN:" + typed}}));
+}
+
+void TestBookSearch::apiKeyOnlyWhenSet()
+{
+    TestApp t;
+    BookSearchManager manager(&t.app().userDefaults());
+    t.app().userDefaults().setValue(SettingsKey::GoogleBooksApiKey, QString());
+    searchAndWait(manager, t.app().state(), QStringLiteral("9780141036144"));
+    t.app().userDefaults().setValue(SettingsKey::GoogleBooksApiKey, QStringLiteral("AIza-test+key"));
+    searchAndWait(manager, t.app().state(), QStringLiteral("9780141036144"));
+
+    QCOMPARE(m_server->requests().size(), 2);
+    QCOMPARE(m_server->requests().at(0).query.size(), 1);
+    QCOMPARE(m_server->requests().at(1).query,
+             (QList<std::pair<QString, QString>>{{"q", "ISBN:9780141036144"}, {"key", "AIza-test+key"}}));
+}
+
+void TestBookSearch::transportFailures_data()
+{
+    QTest::addColumn<bool>("closed");
+    QTest::addColumn<int>("timeoutMs");
+    QTest::addColumn<QString>("log");
+    QTest::newRow("connection refused") << true << BookSearchManager::kTimeoutMs
+                                        << QStringLiteral("URL Session Task Failed: Connection refused");
+    QTest::newRow("time-out") << false << 300 << QStringLiteral("URL Session Task Failed: Operation canceled");
+}
+
+void TestBookSearch::transportFailures()
+{
+    QFETCH(bool, closed);
+    QFETCH(int, timeoutMs);
+    QFETCH(QString, log);
+
+    if (closed)
+        qputenv("TOMEWISE_BOOKS_API", QByteArray("http://127.0.0.1:") + QByteArray::number(closedPort()) + "/books/v1/volumes");
+    m_server->setDelay(QStringLiteral("9780000000057"), 3000);
+    TestApp t;
+    LogCapture capture;
+    BookSearchManager manager;
+    manager.setTimeoutMs(timeoutMs);
+    const SearchRun run = searchAndWait(manager, t.app().state(), QStringLiteral("9780000000057"));
+    QVERIFY(!run.completed);
+    QCOMPARE(capture.lines("tomewise.entry"), QStringList{log});
+}
+
+void TestBookSearch::slowAnswerDoesNotBlock()
+{
+    m_server->setDelay(QStringLiteral("9780000000057"), 800);
+    TestApp t;
+    BookSearchManager manager;
+    bool completed = false;
+    QElapsedTimer clock;
+    clock.start();
+    manager.search(QStringLiteral("9780000000057"), [&](const std::optional<QList<BookItem>> &items) {
+        completed = true;
+        t.app().state().setScannedBookItems(items);
+    });
+    QVERIFY2(clock.elapsed() < 200, "search must return before the answer arrives");
+    QVERIFY(!completed);
+    QTRY_VERIFY_WITH_TIMEOUT(completed, 5000);
+    QVERIFY(clock.elapsed() >= 700);
+    QCOMPARE(t.app().state().scannedBookItems()->first().volumeInfo.title, QStringLiteral("Waiting for the Answer"));
+}
+
+void TestBookSearch::coverDownload_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<bool>("withBody");
+    QTest::addColumn<bool>("closed");
+    QTest::addColumn<QStringList>("log");
+
+    const QStringList improper{QStringLiteral("Not a proper HTTPURLResponse of statusCode")};
+    QTest::newRow("200 with picture") << 200 << true << false << QStringList();
+    QTest::newRow("404") << 404 << true << false << improper;
+    QTest::newRow("200 without data") << 200 << false << false << improper;
+    QTest::newRow("500") << 500 << true << false << improper;
+    QTest::newRow("connection refused") << 200 << true << true
+                                        << QStringList{QStringLiteral("Failed fetching image: Connection refused")};
+}
+
+void TestBookSearch::coverDownload()
+{
+    QFETCH(int, status);
+    QFETCH(bool, withBody);
+    QFETCH(bool, closed);
+    QFETCH(QStringList, log);
+
+    const QImage picture = coverImage(QSize(128, 192));
+    const QString path = QStringLiteral("/covers/9780060853983.jpg");
+    m_server->setAnswer(path, {status, withBody ? encode(picture, "JPEG", 90) : QByteArray(), "image/jpeg", 0});
+    QUrl url = m_server->baseAddress().resolved(QUrl(path));
+    if (closed)
+        url.setPort(closedPort());
+
+    LogCapture capture;
+    BookSearchManager manager;
+    bool finished = false;
+    std::optional<QImage> shown;
+    connect(&manager, &BookSearchManager::finished, this, [&finished] { finished = true; });
+    manager.downloadCover(url, [&shown](const QImage &image) { shown = image; });
+    QTRY_VERIFY_WITH_TIMEOUT(finished, 10000);
+
+    QCOMPARE(capture.lines("tomewise.entry"), log);
+    QCOMPARE(shown.has_value(), log.isEmpty());
+    if (shown)
+        QCOMPARE(shown->size(), picture.size());
+}
+
+void TestBookSearch::cliLookup_data()
+{
+    QTest::addColumn<QString>("isbn");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QStringList>("out");
+    QTest::addColumn<QStringList>("err");
+
+    const QString today = QLocale(QLocale::English, QLocale::UnitedStates)
+                              .toString(QDate::currentDate(), QStringLiteral("MMM d, yyyy"));
+    const QString notFound = QStringLiteral("Book Not Found: The Scanned Barcode returned no Results");
+    QTest::newRow("found") << QStringLiteral("978-0-06-085398-3") << 0
+                           << QStringList{"dateTextField: " + today,
+                                          "bookNameTextField: Good Omens",
+                                          "SubTitleTextField: The Nice and Accurate Prophecies of Agnes Nutter, Witch",
+                                          "datePublishedTextField: 2006",
+                                          "numberOfPagesTextField: 432",
+                                          "bookAuthorTextField: Neil Gaiman, Terry Pratchett",
+                                          "publishersNameTextField: HarperCollins",
+                                          "bookCategoryTextField: Fiction, Fantasy",
+                                          "NotesTextView: The world ends on a Saturday.\\nNext Saturday, in fact.",
+                                          "imageView: {{server}}/covers/9780060853983.jpg"}
+                           << QStringList{kSucceeded200};
+    QTest::newRow("items absent") << QStringLiteral("9780000000019") << 1 << QStringList()
+                                  << QStringList{kSucceeded200, notFound};
+    QTest::newRow("no pageCount") << QStringLiteral("9780000000002") << 1 << QStringList()
+                                  << QStringList{kSucceeded200, missing("items[0].volumeInfo.pageCount"), notFound};
+}
+
+void TestBookSearch::cliLookup()
+{
+    QFETCH(QString, isbn);
+    QFETCH(int, status);
+    QFETCH(QStringList, out);
+    QFETCH(QStringList, err);
+
+    QTemporaryDir dir;
+    QProcess p;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("TOMEWISE_BOOKS_API"), m_server->volumesAddress().toString());
+    env.insert(QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("%{message}"));
+    env.insert(QStringLiteral("XDG_RUNTIME_DIR"), dir.path());
+    p.setProcessEnvironment(env);
+    p.start(QStringLiteral(TOMEWISE_CLI), {QStringLiteral("--data-dir"), dir.path(), QStringLiteral("lookup"), isbn});
+    // The server lives in this process, so wait with the event loop running.
+    QTRY_VERIFY_WITH_TIMEOUT(p.state() == QProcess::NotRunning, 30000);
+
+    for (auto &line : out)
+        line.replace(QLatin1String("{{server}}"), m_server->baseAddress().toString());
+    const auto lines = [](const QByteArray &bytes) {
+        return QString::fromUtf8(bytes).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    };
+    QCOMPARE(p.exitCode(), status);
+    QCOMPARE(lines(p.readAllStandardOutput()), out);
+    QCOMPARE(lines(p.readAllStandardError()), err);
+    QCOMPARE(m_server->requests().size(), 1);
+    QCOMPARE(m_server->requests().first().q(), "ISBN:" + isbn);
+}
+
+QTEST_MAIN(TestBookSearch)
+#include "tst_booksearch.moc"
