@@ -1,7 +1,9 @@
-// The book form's save and the list-style list, from the command line.
+// The book form's save, the detail screen and the list-style list, from the command line.
 #include "cli.h"
 
 #include "browse/liststyletableviewcontroller.h"
+#include "entry/booksearchmanager.h"
+#include "entry/detailviewcontroller.h"
 #include "entry/newbookviewcontroller.h"
 
 #include <QImage>
@@ -12,10 +14,11 @@
 namespace tomewise::cli {
 namespace {
 
-const QString kAddUsage = QStringLiteral(
-    "book add [--date TEXT] --title T --author A [--subtitle ..] [--publisher ..] [--year-published ..] "
+const QString kFieldUsage = QStringLiteral(
+    "[--date TEXT] [--title T] [--author A] [--subtitle ..] [--publisher ..] [--year-published ..] "
     "[--pages ..] [--isbn ..] [--format ..] [--genre ..] [--rating ..] [--series ..] [--series-number ..] "
     "[--notes ..] [--cover IMAGE]");
+const QString kAddUsage = QStringLiteral("book add [--lookup] ") + kFieldUsage;
 const QString kListOptions = QStringLiteral(
     "[--sort date-read|book-name|author|genre|rating|series] [--asc|--desc] [--search TEXT]");
 
@@ -43,12 +46,13 @@ constexpr FieldOption kFieldOptions[]{
     {"--notes", "NotesTextView", false},
 };
 
-int bookAdd(Context &ctx, QStringList &args)
+// Longer than the query's own time-out, so a stalled service ends as a logged failure.
+constexpr int kSearchWaitMs = BookSearchManager::kTimeoutMs + 5000;
+
+// Types the options' values into the form's fields as the keyboard would;
+// 0, or the exit status of a refused value.
+int typeFields(Context &ctx, QStringList &args, BookForm &form)
 {
-    NewBookViewController form(ctx.app);
-    AlertLog alerts(form, ctx.err);
-    form.viewDidLoad();
-    form.viewWillAppear();
     for (const auto &o : kFieldOptions) {
         const auto value = takeOption(args, QLatin1String(o.option));
         if (!value)
@@ -67,12 +71,50 @@ int bookAdd(Context &ctx, QStringList &args)
         }
         form.imagePicked(image);
     }
-    if (!args.isEmpty())
-        return usageError(ctx, kAddUsage);
     if (!form.dateTextField().isEmpty() && !form.readDate().isValid()) {
         ctx.err << "--date: not a date: \"" << form.dateTextField() << "\"" << Qt::endl;
         return 2;
     }
+    return 0;
+}
+
+// The ISBN search as a second double tap sees it: the answer is held before
+// the fill step runs, and the cover has arrived before anything is saved.
+bool lookUp(Context &ctx, BookForm &form, const AlertLog &alerts)
+{
+    form.startSearch();
+    BookSearchManager &search = form.searchManager();
+    waitUntil([&search] { return search.pendingCount() == 0; }, kSearchWaitMs);
+    const auto &held = ctx.app->state().scannedBookItems();
+    const bool found = held && !held->isEmpty();
+    const int alertsBefore = alerts.count();
+    form.fillFromHeldAnswer();
+    if (!found) {
+        waitUntil([&] { return alerts.count() > alertsBefore; }, BookForm::kNotFoundDelayMs * 2);
+        return false;
+    }
+    waitUntil([&search] { return search.pendingCount() == 0; }, kSearchWaitMs);
+    return true;
+}
+
+int bookAdd(Context &ctx, QStringList &args)
+{
+    NewBookViewController form(ctx.app);
+    AlertLog alerts(form, ctx.err);
+    form.viewDidLoad();
+    form.viewWillAppear();
+    if (takeFlag(args, QStringLiteral("--lookup"))) {
+        const auto isbn = takeOption(args, QStringLiteral("--isbn"));
+        if (!isbn)
+            return usageError(ctx, kAddUsage);
+        form.setProperty("ISBNTextField", *isbn);
+        if (!lookUp(ctx, form, alerts))
+            return 1;
+    }
+    if (const int refused = typeFields(ctx, args, form))
+        return refused;
+    if (!args.isEmpty())
+        return usageError(ctx, kAddUsage);
     if (!form.SaveNewBook())
         return 1;
     ctx.out << "Saved \"" << form.savedBook().name.value_or(QString()) << "\" (" << form.savedBook().dt.value_or(QString())
@@ -133,20 +175,82 @@ int books(Context &ctx)
     return 0;
 }
 
-int bookDelete(Context &ctx, QStringList &args)
+// "--index N" of the list opened with the list options; the row, or nothing
+// after the message has been printed (status in *status).
+std::optional<int> selectedRow(Context &ctx, QStringList &args, ListStyleTableViewController &list,
+                               const QString &usage, int *status)
 {
-    ListStyleTableViewController list(ctx.app);
     const auto index = takeOption(args, QStringLiteral("--index"));
     bool ok = false;
     const int row = index ? index->toInt(&ok) : 0;
-    if (!index || !ok || !openList(args, list) || !args.isEmpty())
-        return usageError(ctx, QStringLiteral("book delete ") + kListOptions + QStringLiteral(" --index N"));
+    if (!index || !ok || !openList(args, list)) {
+        *status = usageError(ctx, usage);
+        return std::nullopt;
+    }
     if (row < 0 || row >= list.model()->rowCount()) {
         ctx.err << "No book at index " << row << " (" << list.header() << ")" << Qt::endl;
+        *status = 1;
+        return std::nullopt;
+    }
+    return row;
+}
+
+int bookDelete(Context &ctx, QStringList &args)
+{
+    const QString usage = QStringLiteral("book delete ") + kListOptions + QStringLiteral(" --index N");
+    ListStyleTableViewController list(ctx.app);
+    int status = 0;
+    const auto row = selectedRow(ctx, args, list, usage, &status);
+    if (!row)
+        return status;
+    if (!args.isEmpty())
+        return usageError(ctx, usage);
+    ctx.out << "Deleted:\n" << list.model()->labels(*row).join(u'\n') << Qt::endl;
+    list.deleteRow(*row);
+    return 0;
+}
+
+// Taps the row in the list, which opens the detail screen over that book.
+int openDetail(Context &ctx, QStringList &args, const QString &usage, DetailViewController &detail)
+{
+    ListStyleTableViewController list(ctx.app);
+    int status = 0;
+    const auto row = selectedRow(ctx, args, list, usage, &status);
+    if (!row)
+        return status;
+    list.selectRow(*row);
+    detail.viewDidLoad();
+    return 0;
+}
+
+int bookShow(Context &ctx, QStringList &args)
+{
+    const QString usage = QStringLiteral("book show ") + kListOptions + QStringLiteral(" --index N");
+    DetailViewController detail(ctx.app);
+    if (const int status = openDetail(ctx, args, usage, detail))
+        return status;
+    if (!args.isEmpty())
+        return usageError(ctx, usage);
+    ctx.out << detail.shareText();
+    return 0;
+}
+
+int bookEdit(Context &ctx, QStringList &args)
+{
+    const QString usage = QStringLiteral("book edit ") + kListOptions + QStringLiteral(" --index N ") + kFieldUsage;
+    DetailViewController detail(ctx.app);
+    AlertLog alerts(detail, ctx.err);
+    if (const int status = openDetail(ctx, args, usage, detail))
+        return status;
+    if (const int refused = typeFields(ctx, args, detail))
+        return refused;
+    if (!args.isEmpty())
+        return usageError(ctx, usage);
+    if (!detail.UpdateBook()) {
+        ctx.err << "The book is no longer in the store" << Qt::endl;
         return 1;
     }
-    ctx.out << "Deleted:\n" << list.model()->labels(row).join(u'\n') << Qt::endl;
-    list.deleteRow(row);
+    ctx.out << detail.shareText();
     return 0;
 }
 
@@ -158,11 +262,16 @@ int book(Context &ctx)
         return bookAdd(ctx, args);
     if (sub == QLatin1String("delete"))
         return bookDelete(ctx, args);
-    return usageError(ctx, QStringLiteral("book add|delete ..."));
+    if (sub == QLatin1String("show"))
+        return bookShow(ctx, args);
+    if (sub == QLatin1String("edit"))
+        return bookEdit(ctx, args);
+    return usageError(ctx, QStringLiteral("book add|show|edit|delete ..."));
 }
 
-const Registration r1({QStringLiteral("book"), QStringLiteral("book add|delete ..."),
-                       QStringLiteral("Save a book as the Add Book form does; delete one picked as the list shows it."),
+const Registration r1({QStringLiteral("book"), QStringLiteral("book add|show|edit|delete ..."),
+                       QStringLiteral("Save a book as the Add Book form does (--lookup fills it by ISBN first); show, "
+                                      "edit or delete one picked as the list shows it."),
                        true, book});
 const Registration r2({QStringLiteral("books"), QStringLiteral("books [--sort ..] [--asc|--desc] [--search ..] [--json]"),
                        QStringLiteral("The book list's cards in one of its six orders, filtered by its search."), true,

@@ -14,6 +14,7 @@ ColumnLayout {
     property alias input: input
     signal edited(string text)
     signal tapped()
+    signal doubleTapped()
 
     spacing: 2
     Layout.fillWidth: true
@@ -53,6 +54,9 @@ ColumnLayout {
         TapHandler {
             enabled: field.readOnly
             onTapped: field.tapped()
+        }
+        TapHandler {
+            onDoubleTapped: field.doubleTapped()
         }
     }
 }

@@ -9,13 +9,13 @@ ScreenPage {
     id: page
     title: ctl.title
     property alias controller: ctl
-    property string selectedCover
+    unwindTargets: ["unwindToList"]
+    onUnwound: name => ctl.unwindToList()
 
     ListStyleTableViewController {
         id: ctl
         appDelegate: page.appDelegate
         onNavigate: target => page.openPage(target)
-        onBookSelected: bookView.open()
     }
     Component.onCompleted: {
         ctl.DarkMode = page.Material.theme === Material.Dark
@@ -105,10 +105,7 @@ ScreenPage {
                 width: ListView.view.width - 16
                 x: 8
                 padding: 8
-                onClicked: {
-                    page.selectedCover = coverSource
-                    ctl.selectRow(index)
-                }
+                onClicked: ctl.selectRow(index)
                 background: RowFrame {}
                 contentItem: RowLayout {
                     spacing: 10
@@ -157,47 +154,6 @@ ScreenPage {
                     }
                     TapHandler {
                         onTapped: ctl.deleteRow(card.index)
-                    }
-                }
-            }
-        }
-    }
-
-    // Until the detail screen exists, a tap shows the book read-only.
-    Dialog {
-        id: bookView
-        objectName: "bookView"
-        parent: Overlay.overlay
-        anchors.centerIn: parent
-        width: parent.width - 32
-        height: Math.min(parent.height - 64, implicitHeight)
-        modal: true
-        title: "Book"
-        standardButtons: Dialog.Close
-        contentItem: Flickable {
-            implicitHeight: fields.implicitHeight
-            contentHeight: fields.implicitHeight
-            clip: true
-            ColumnLayout {
-                id: fields
-                width: parent.width
-                spacing: 4
-                Image {
-                    Layout.alignment: Qt.AlignHCenter
-                    Layout.preferredWidth: 125
-                    Layout.preferredHeight: 180
-                    visible: page.selectedCover !== ""
-                    source: bookView.visible ? page.selectedCover : ""
-                    fillMode: Image.PreserveAspectFit
-                }
-                Repeater {
-                    model: bookView.visible ? ctl.currentBookFields() : []
-                    Label {
-                        required property var modelData
-                        Layout.fillWidth: true
-                        wrapMode: Text.Wrap
-                        text: "<b>" + modelData.label + ":</b> " + modelData.text
-                        textFormat: Text.StyledText
                     }
                 }
             }

@@ -4,6 +4,7 @@
 #include "app/clock.h"
 #include "app/datetext.h"
 #include "app/settings.h"
+#include "feedback/reviewrequester.h"
 #include "model/bookstore.h"
 #include "platform/platformservices.h"
 
@@ -57,6 +58,10 @@ public:
     PlatformServices &platform() { return *m_platform; }
     QString dataDirectory() const { return m_dataDirectory; }
     int scaledDelay(int milliseconds) const;
+    // The store-review service; null until one is installed, and then asked
+    // by the detail screen five seconds after it loads.
+    ReviewRequester *reviewService() const { return m_reviewService.get(); }
+    void setReviewService(std::unique_ptr<ReviewRequester> service) { m_reviewService = std::move(service); }
 
 private:
     AppState *statePtr() { return m_state.get(); }
@@ -69,6 +74,7 @@ private:
     std::unique_ptr<DateText> m_dateText;
     std::unique_ptr<Clock> m_clock;
     std::unique_ptr<PlatformServices> m_platform;
+    std::unique_ptr<ReviewRequester> m_reviewService;
     double m_delayScale = 1.0;
 };
 

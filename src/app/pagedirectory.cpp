@@ -10,6 +10,7 @@ const QList<PageDirectory::Page> &PageDirectory::pages()
         {"ListStyle", "ListStylePage.qml", "Book List"},
         {"TabBarController", nullptr, "List By Group"},
         {"NewBook", "NewBookPage.qml", "Add Book"},
+        {"Detail", "DetailPage.qml", "Book Detail"},
         {"PrintReport", nullptr, "Print Report"},
         {"DefaultSettings", "DefaultsPage.qml", "Default Settings"},
         {"ReferenceList", "ReferenceListPage.qml", "Reference List"},

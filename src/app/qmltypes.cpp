@@ -20,6 +20,7 @@
 #include "browse/coverimageprovider.h"
 #include "browse/liststyletableviewcontroller.h"
 #include "entry/coverview.h"
+#include "entry/detailviewcontroller.h"
 #include "entry/newbookviewcontroller.h"
 
 #include <QQmlEngine>
@@ -58,6 +59,7 @@ void registerQmlTypes()
     qmlRegisterType<ImportViewController>(uri, 1, 0, "ImportViewController");
     qmlRegisterUncreatableType<BookForm>(uri, 1, 0, "BookForm", QStringLiteral("Base of the book forms"));
     qmlRegisterType<NewBookViewController>(uri, 1, 0, "NewBookViewController");
+    qmlRegisterType<DetailViewController>(uri, 1, 0, "DetailViewController");
     qmlRegisterType<ListStyleTableViewController>(uri, 1, 0, "ListStyleTableViewController");
     qmlRegisterUncreatableType<ListStyleModel>(uri, 1, 0, "ListStyleModel", QStringLiteral("Owned by its list"));
     qmlRegisterType<CoverView>(uri, 1, 0, "CoverView");

@@ -131,33 +131,9 @@ void ListStyleTableViewController::selectRow(int row)
     current.notes = b.notes;
     current.dt = b.dt;
     current.pictureImage = context().cover(b.pk);
-    m_currentKey = b.pk;
-    Q_EMIT bookSelected();
-}
-
-QVariantList ListStyleTableViewController::currentBookFields() const
-{
-    const Books &b = app().state().currentBook;
-    auto number = [](const Int16 &v) { return v ? QString::number(*v) : QString(); };
-    const QList<std::pair<const char *, QString>> rows{
-        {"Date Read", b.dt.value_or(QString())},
-        {"Book Name", b.name.value_or(QString())},
-        {"Subtitle", b.subTitle.value_or(QString())},
-        {"Author", b.author.value_or(QString())},
-        {"Publisher", b.bookPublisher.value_or(QString())},
-        {"Year Published", number(b.publishDate)},
-        {"# Pages", number(b.numberPages)},
-        {"ISBN", b.isbn.value_or(QString())},
-        {"Genre", b.category.value_or(QString())},
-        {"Rating", b.rating.value_or(QString())},
-        {"Series", b.series.value_or(QString())},
-        {"Series #", number(b.seriesNumber)},
-        {"Notes", b.notes.value_or(QString())},
-    };
-    QVariantList list;
-    for (const auto &[label, text] : rows)
-        list << QVariantMap{{QStringLiteral("label"), QLatin1String(label)}, {QStringLiteral("text"), text}};
-    return list;
+    // The detail screen returns by "unwindToList" to the list that names itself so.
+    app().state().setCallingScreen(QStringLiteral("Master"));
+    Q_EMIT navigate(QStringLiteral("Detail"));
 }
 
 } // namespace tomewise

@@ -44,18 +44,16 @@ public:
     Q_INVOKABLE void selectSortOption(int option);
     // The trailing swipe's "delete".
     Q_INVOKABLE void deleteRow(int row);
-    // A tap: the book's fields become currentBook.
+    // A tap: the book's fields become currentBook and the detail screen opens.
     Q_INVOKABLE void selectRow(int row);
-    // The selected book's fields, label and text, for the read-only view.
-    Q_INVOKABLE QVariantList currentBookFields() const;
-    Q_INVOKABLE qint64 currentBookKey() const { return m_currentKey; }
+    // Back from the detail screen: the edited book is fetched anew, search kept.
+    Q_INVOKABLE void unwindToList() { fetch(); }
 
 Q_SIGNALS:
     void sortChanged();
     void searchTextChanged();
     void headerChanged();
     void darkModeChanged();
-    void bookSelected();
 
 private:
     void fetch();
@@ -66,7 +64,6 @@ private:
     std::optional<QString> m_searchText; // absent until the search bar exists
     QString m_placeholder;
     bool m_darkMode = false;
-    qint64 m_currentKey = 0;
     ListStyleModel m_model;
 };
 

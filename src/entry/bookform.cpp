@@ -1,8 +1,11 @@
 #include "bookform.h"
 
 #include "app/log.h"
+#include "entry/bookfill.h"
+#include "entry/booksearchmanager.h"
 
 #include <QBuffer>
+#include <QPointer>
 #include <QFile>
 #include <QImageReader>
 #include <QImageWriter>
@@ -38,9 +41,51 @@ void BookForm::setDateTextField(const QString &text)
 
 void BookForm::setImage(const QImage &image)
 {
+    showCover(image);
+    coverReplaced();
+}
+
+void BookForm::showCover(const QImage &image)
+{
     m_image = image;
     m_coverScale = 1.0;
+    m_coverOffset = QPointF();
     Q_EMIT imageChanged();
+}
+
+void BookForm::setCoverZoom(qreal scale, QPointF offset)
+{
+    m_coverScale = scale;
+    m_coverOffset = offset;
+    Q_EMIT imageChanged();
+}
+
+void BookForm::showBook(const Books &book)
+{
+    // The date read comes back in the medium style whichever style it was saved in.
+    m_dateText = book.dt.value_or(QString());
+    m_readDate = QDateTime();
+    setReadDateFromText(DateText::Style::Medium);
+    if (!m_readDate.isValid())
+        setReadDateFromText(DateText::Style::Long);
+    if (m_readDate.isValid())
+        m_dateText = app().dateText().format(m_readDate, DateText::Style::Medium);
+    const auto number = [](const Int16 &v) { return v ? QString::number(*v) : QString(); };
+    m_bookName = book.name.value_or(QString());
+    m_subTitle = book.subTitle.value_or(QString());
+    m_author = book.author.value_or(QString());
+    m_publisher = book.bookPublisher.value_or(QString());
+    m_datePublished = number(book.publishDate);
+    m_numberOfPages = number(book.numberPages);
+    m_isbn = book.isbn.value_or(QString());
+    m_category = book.category.value_or(QString());
+    m_rating = book.rating.value_or(QString());
+    m_bookFormat = book.bookFormat.value_or(QString());
+    m_series = book.series.value_or(QString());
+    m_seriesNumber = number(book.seriesNumber);
+    m_notes = book.notes.value_or(QString());
+    Q_EMIT fieldsChanged();
+    showCover(book.pictureImage ? QImage::fromData(*book.pictureImage) : QImage());
 }
 
 void BookForm::showOpeningDate()
@@ -55,7 +100,7 @@ void BookForm::showOpeningDate()
     Q_EMIT fieldsChanged();
 }
 
-void BookForm::readDatePickerStyle()
+void BookForm::loadPickers()
 {
     Settings &defaults = app().userDefaults();
     m_datePickerStyle = Automatic;
@@ -65,7 +110,15 @@ void BookForm::readDatePickerStyle()
         m_datePickerStyle = Compact;
     if (defaults.boolValue(SettingsKey::UseDateInline))
         m_datePickerStyle = Inline;
-    Q_EMIT pickerListsChanged();
+    loadGenres();
+    loadRatings();
+    loadSeries();
+}
+
+void BookForm::viewWillAppear()
+{
+    loadGenres();
+    loadSeries();
 }
 
 void BookForm::setReadDateFromText(DateText::Style style)
@@ -256,6 +309,82 @@ void BookForm::openViewControllerBasedOnIdentifier(const QString &identifier)
     Q_EMIT navigate(identifier);
 }
 
+BookSearchManager &BookForm::searchManager()
+{
+    if (!m_search)
+        m_search = new BookSearchManager(&app().userDefaults(), this);
+    return *m_search;
+}
+
+void BookForm::ISBNDoubleTapped()
+{
+    if (m_isbn.isEmpty()) {
+        showAlert(QStringLiteral("ISBN Field Empty"), QStringLiteral("There is no isbn number entered"));
+        return;
+    }
+    Q_EMIT editingEnded();
+    startSearch();
+    fillFromHeldAnswer();
+}
+
+void BookForm::startSearch()
+{
+    QPointer<AppState> state(&app().state());
+    searchManager().search(m_isbn, [state](const std::optional<QList<BookItem>> &items) {
+        if (state)
+            state->setScannedBookItems(items);
+    });
+}
+
+void BookForm::unwindFromScanner()
+{
+    m_isbn = app().state().scannedISBN();
+    Q_EMIT fieldsChanged();
+    const auto &held = app().state().scannedBookItems();
+    if (held && !held->isEmpty()) {
+        fillFromHeldAnswer();
+        return;
+    }
+    // A title already typed means the user has moved on: no alert over it.
+    if (!m_bookName.isEmpty())
+        return;
+    after(kScannerNotFoundDelayMs, [this, isbn = m_isbn] {
+        showAlert(QStringLiteral("Book Not Found"), QStringLiteral("The Scanned Barcode returned no Results for: ") + isbn);
+    });
+}
+
+void BookForm::fillFromHeldAnswer()
+{
+    AppState &state = app().state();
+    const auto fill = BookFill::from(state.scannedBookItems(),
+                                     app().dateText().format(app().now(), DateText::Style::Medium));
+    if (!fill) {
+        after(kNotFoundDelayMs, [this] {
+            showAlert(QStringLiteral("Book Not Found"), QStringLiteral("The Scanned Barcode returned no Results"));
+        });
+        return;
+    }
+    // ReadDate stays as it was: the saved dt and dateRead may name different days.
+    m_dateText = fill->dateTextField;
+    m_bookName = fill->bookNameTextField;
+    m_subTitle = fill->SubTitleTextField.value_or(m_subTitle);
+    m_datePublished = fill->datePublishedTextField;
+    m_numberOfPages = fill->numberOfPagesTextField;
+    m_author = fill->bookAuthorTextField;
+    m_publisher = fill->publishersNameTextField.value_or(m_publisher);
+    m_category = fill->bookCategoryTextField.value_or(m_category);
+    m_notes = fill->NotesTextView.value_or(m_notes);
+    Q_EMIT fieldsChanged();
+    if (fill->coverURL) {
+        searchManager().downloadCover(*fill->coverURL, [this](const QImage &image) {
+            // Bytes that are no picture leave the cover as it was.
+            if (!image.isNull())
+                setImage(image);
+        });
+    }
+    state.setScannedBookItems(std::nullopt);
+}
+
 bool BookForm::requiredFieldsEntered() const
 {
     return !m_dateText.isEmpty() && !m_bookName.isEmpty() && !m_author.isEmpty();
@@ -281,6 +410,7 @@ bool isBlank(QChar c)
 
 void setTrimmed(Text &attribute, const QString &text)
 {
+    attribute.reset();
     if (text.isEmpty())
         return;
     QStringView v(text);
@@ -293,16 +423,14 @@ void setTrimmed(Text &attribute, const QString &text)
 
 void setAsIs(Text &attribute, const QString &text)
 {
+    attribute.reset();
     if (!text.isEmpty())
         attribute = text;
 }
 
 void setNumber(Int16 &attribute, QStringView text)
 {
-    if (text.isEmpty())
-        return;
-    if (auto n = parseInt16(text))
-        attribute = *n;
+    attribute = text.isEmpty() ? std::nullopt : parseInt16(text);
 }
 
 qint16 component(int value)
@@ -328,8 +456,7 @@ void BookForm::writeFields(Books &book) const
         }
     }
     setTrimmed(book.series, m_series);
-    if (!m_seriesNumber.isEmpty())
-        setNumber(book.seriesNumber, withoutOuterLetters(m_seriesNumber));
+    setNumber(book.seriesNumber, withoutOuterLetters(m_seriesNumber));
     setTrimmed(book.name, m_bookName);
     setTrimmed(book.subTitle, m_subTitle);
     setTrimmed(book.author, m_author);
@@ -341,8 +468,6 @@ void BookForm::writeFields(Books &book) const
     setAsIs(book.rating, m_rating);
     setNumber(book.publishDate, m_datePublished);
     setAsIs(book.notes, m_notes);
-    if (!m_image.isNull())
-        book.pictureImage = coverData(m_image);
 }
 
 QByteArray BookForm::coverData(const QImage &image)

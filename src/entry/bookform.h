@@ -5,9 +5,12 @@
 
 #include <QDateTime>
 #include <QImage>
+#include <QPointF>
 #include <QStringList>
 
 namespace tomewise {
+
+class BookSearchManager;
 
 // The book form's fields, pickers, date and cover, shared by the new-book form
 // and its twin, the detail screen: what they show and how it becomes a record.
@@ -32,6 +35,7 @@ class BookForm : public ScreenController
     Q_PROPERTY(QImage imageView READ imageView NOTIFY imageChanged)
     Q_PROPERTY(bool hasImage READ hasImage NOTIFY imageChanged)
     Q_PROPERTY(qreal coverScale READ coverScale NOTIFY imageChanged)
+    Q_PROPERTY(QPointF coverOffset READ coverOffset NOTIFY imageChanged)
     Q_PROPERTY(bool cameraEnabled READ cameraEnabled NOTIFY pickerListsChanged)
     Q_PROPERTY(QStringList ListOfGenre READ listOfGenre NOTIFY pickerListsChanged)
     Q_PROPERTY(QStringList ListOfRating READ listOfRating NOTIFY pickerListsChanged)
@@ -53,6 +57,8 @@ public:
     static const QStringList &bookFormats();
     static constexpr QSize kCoverSize{125, 180};
     static constexpr int kCoverQuality = 90;
+    static constexpr int kNotFoundDelayMs = 1200;
+    static constexpr int kScannerNotFoundDelayMs = 600;
 
     explicit BookForm(AppDelegate *delegate = nullptr, QObject *parent = nullptr);
 
@@ -62,6 +68,7 @@ public:
     QImage imageView() const { return m_image; }
     bool hasImage() const { return !m_image.isNull(); }
     qreal coverScale() const { return m_coverScale; }
+    QPointF coverOffset() const { return m_coverOffset; }
     bool cameraEnabled() const { return m_cameraEnabled; }
     QStringList listOfGenre() const { return m_genres; }
     QStringList listOfRating() const { return m_ratings; }
@@ -102,11 +109,29 @@ public:
     Q_INVOKABLE bool documentPicked(const QUrl &url);
 
     Q_INVOKABLE void openViewControllerBasedOnIdentifier(const QString &identifier);
+    // Every appearance: entries added in the reference lists show at once;
+    // ratings wait for the next visit.
+    Q_INVOKABLE void viewWillAppear();
+
+    // The search by ISBN: starts the query for the typed ISBN and at once fills
+    // from the answer held now, so the fresh answer fills on the next double tap.
+    Q_INVOKABLE void ISBNDoubleTapped();
+    // Back from barcode capture with AppState::scannedISBN (and maybe an answer).
+    Q_INVOKABLE void unwindFromScanner();
+    // Sends the query for the ISBN field's text; its answer becomes the held one.
+    void startSearch();
+    // Fills the fields from the held answer and clears it; with none held,
+    // "Book Not Found" after 1.2 s.
+    void fillFromHeldAnswer();
+    // The query and cover downloads of this form (made on first use).
+    BookSearchManager &searchManager();
 
     // True when date, title and author are all filled (blanks count).
     bool requiredFieldsEntered() const;
-    // Writes the form's fields into a record, trimming and parsing as saving does;
-    // empty fields and unparsable numbers leave their attribute as it was.
+    // Writes the form's fields into a record, trimming and parsing as saving
+    // does: an empty field or an unparsable number leaves its attribute unset
+    // (absent); an empty date text leaves the date attributes as they were.
+    // The cover is not written here: each screen stores it its own way.
     void writeFields(Books &book) const;
     // The cover as stored: stretched into 125 x 180 and JPEG-encoded.
     static QByteArray coverData(const QImage &image);
@@ -122,19 +147,21 @@ Q_SIGNALS:
     void documentPickerRequested();
 
 protected:
+    // A new cover replaced the shown one (picked, pasted, removed or downloaded).
+    virtual void coverReplaced() {}
+    // Shows a record's fields, its date read in the medium style, and its cover.
+    void showBook(const Books &book);
+    void setCoverZoom(qreal scale, QPointF offset);
     // The form's opening date: "DefaultDate" when "UseDefaultDate" is on, else
     // today, in the medium style.
     void showOpeningDate();
-    void readDatePickerStyle();
+    // The date picker's style and all three picker lists.
+    void loadPickers();
     void loadGenres();
     void loadRatings();
     void loadSeries();
 
-private:
-    QStringList loadList(Entity entity);
-    void showPickedDate(const QDateTime &date);
-    void setReadDateFromText(DateText::Style style);
-
+    // The fields as shown; the twin screens read them to save and share.
     QString m_dateText;
     QString m_bookName;
     QString m_subTitle;
@@ -149,10 +176,19 @@ private:
     QString m_series;
     QString m_seriesNumber;
     QString m_notes;
+
+private:
+    QStringList loadList(Entity entity);
+    void showPickedDate(const QDateTime &date);
+    void setReadDateFromText(DateText::Style style);
+    void showCover(const QImage &image);
+
     QDateTime m_readDate;
     QDate m_pickerDate;
     QImage m_image;
     qreal m_coverScale = 1.0;
+    QPointF m_coverOffset;
+    BookSearchManager *m_search = nullptr;
     bool m_cameraEnabled = false;
     int m_datePickerStyle = Automatic;
     QStringList m_genres;

@@ -66,6 +66,7 @@ QNetworkReply *BookSearchManager::get(const QUrl &url)
 {
     QNetworkRequest request(url);
     request.setTransferTimeout(m_timeoutMs);
+    ++m_pending;
     return m_network->get(request);
 }
 
@@ -76,6 +77,7 @@ void BookSearchManager::search(const QString &isbn, Completion completion)
     // held answer the completion writes is never touched from another thread.
     connect(reply, &QNetworkReply::finished, this, [this, reply, completion = std::move(completion)] {
         reply->deleteLater();
+        --m_pending;
         handleSearchAnswer(reply, completion);
         Q_EMIT finished();
     });
@@ -111,6 +113,7 @@ void BookSearchManager::downloadCover(const QUrl &url, CoverCompletion completio
     QNetworkReply *reply = get(url);
     connect(reply, &QNetworkReply::finished, this, [this, reply, completion = std::move(completion)] {
         reply->deleteLater();
+        --m_pending;
         handleCoverAnswer(reply, completion);
         Q_EMIT finished();
     });

@@ -44,6 +44,9 @@ public:
     // Fetches a cover; the completion runs only for an HTTP 200 answer with data.
     void downloadCover(const QUrl &url, CoverCompletion completion);
 
+    // Queries and downloads sent and not yet finished.
+    int pendingCount() const { return m_pending; }
+
     // Only for tests that cannot wait a minute for the time-out.
     void setTimeoutMs(int milliseconds) { m_timeoutMs = milliseconds; }
 
@@ -59,6 +62,7 @@ private:
     Settings *m_userDefaults = nullptr;
     QNetworkAccessManager *m_network = nullptr;
     int m_timeoutMs = kTimeoutMs;
+    int m_pending = 0;
 };
 
 } // namespace tomewise

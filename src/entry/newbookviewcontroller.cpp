@@ -13,17 +13,7 @@ NewBookViewController::NewBookViewController(AppDelegate *delegate, QObject *par
 void NewBookViewController::viewDidLoad()
 {
     showOpeningDate();
-    readDatePickerStyle();
-    loadGenres();
-    loadRatings();
-    loadSeries();
-}
-
-void NewBookViewController::viewWillAppear()
-{
-    // Entries added in the reference lists show at once; ratings wait for the next form.
-    loadGenres();
-    loadSeries();
+    loadPickers();
 }
 
 bool NewBookViewController::SaveNewBook()
@@ -34,6 +24,8 @@ bool NewBookViewController::SaveNewBook()
     }
     Books book;
     writeFields(book);
+    if (hasImage())
+        book.pictureImage = coverData(imageView());
     logIfFailed(context().insertBook(book));
     m_saved = book;
     Q_EMIT unwind(QStringLiteral("unwindToMenu"));

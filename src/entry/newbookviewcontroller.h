@@ -13,7 +13,6 @@ public:
     explicit NewBookViewController(AppDelegate *delegate = nullptr, QObject *parent = nullptr);
 
     Q_INVOKABLE void viewDidLoad();
-    Q_INVOKABLE void viewWillAppear();
     // True when a record was written (or attempted); false when the alert stopped it.
     Q_INVOKABLE bool SaveNewBook();
 

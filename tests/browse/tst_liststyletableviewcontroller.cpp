@@ -272,9 +272,12 @@ private Q_SLOTS:
         list.viewWillAppear();
         QVERIFY(list.model()->data(list.model()->index(0), ListStyleModel::CoverSourceRole).toString()
                 == QStringLiteral("image://cover/%1").arg(b.pk));
-        QSignalSpy selected(&list, &ListStyleTableViewController::bookSelected);
+        t.app().state().setCallingScreen(QStringLiteral("MainMenu"));
+        QSignalSpy navigated(&list, &ScreenController::navigate);
         list.selectRow(0);
-        QCOMPARE(selected.size(), 1);
+        QCOMPARE(navigated.size(), 1);
+        QCOMPARE(navigated.first().first().toString(), QStringLiteral("Detail"));
+        QCOMPARE(t.app().state().callingScreen(), QStringLiteral("Master"));
         const Books &c = t.app().state().currentBook;
         QCOMPARE(c.name, b.name);
         QCOMPARE(c.subTitle, b.subTitle);
