@@ -5,10 +5,12 @@
 
 #include "entry/bookfill.h"
 #include "entry/booksearchmanager.h"
+#include "entry/newbookviewcontroller.h"
 
 #include <QElapsedTimer>
 #include <QLocale>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QTcpServer>
 #include <QTest>
 
@@ -104,6 +106,20 @@ private Q_SLOTS:
     void coverDownload();
     void cliLookup_data();
     void cliLookup();
+
+    // The form's search: double tap, fill step, return from the scanner.
+    void emptyIsbnFieldAlerts();
+    void firstDoubleTapFillsFromTheOldAnswer();
+    void notFoundAfterTheDelay();
+    void nothingHeld_data();
+    void nothingHeld();
+    void heldAnswerClearedAfterFill();
+    void fillKeepsFieldsTheAnswerLacks();
+    void savedAfterFill();
+    void coverThatIsNoPictureKeepsTheCover();
+    void unwindFromScanner_data();
+    void unwindFromScanner();
+    void cliAddWithLookup();
 
 private:
     std::unique_ptr<BooksApiServer> m_server;
@@ -476,6 +492,292 @@ void TestBookSearch::cliLookup()
     QCOMPARE(lines(p.readAllStandardError()), err);
     QCOMPARE(m_server->requests().size(), 1);
     QCOMPARE(m_server->requests().first().q(), "ISBN:" + isbn);
+}
+
+namespace {
+
+// The form's queries and downloads have all ended.
+bool settled(BookForm &form)
+{
+    return QTest::qWaitFor([&form] { return form.searchManager().pendingCount() == 0; }, 10000);
+}
+
+const QString kNotFound = QStringLiteral("Book Not Found");
+const QString kNoResults = QStringLiteral("The Scanned Barcode returned no Results");
+
+} // namespace
+
+void TestBookSearch::emptyIsbnFieldAlerts()
+{
+    TestApp t;
+    NewBookViewController form(&t.app());
+    form.viewDidLoad();
+    QSignalSpy alerts(&form, &ScreenController::alert);
+    form.ISBNDoubleTapped();
+    QCOMPARE(alerts.size(), 1);
+    QCOMPARE(form.alertTitle(), QStringLiteral("ISBN Field Empty"));
+    QCOMPARE(form.alertMessage(), QStringLiteral("There is no isbn number entered"));
+    QCOMPARE(form.alertButtons(), QStringList{"OK"});
+    QTest::qWait(50);
+    QVERIFY(m_server->requests().isEmpty());
+}
+
+void TestBookSearch::firstDoubleTapFillsFromTheOldAnswer()
+{
+    m_server->setAnswer(QStringLiteral("/covers/9780060853983.jpg"),
+                        {200, encode(coverImage(QSize(128, 192)), "JPEG", 90), "image/jpeg", 0});
+    TestApp t;
+    NewBookViewController form(&t.app());
+    form.viewDidLoad();
+    QSignalSpy alerts(&form, &ScreenController::alert);
+    const QString typed = QStringLiteral("978-0-06-085398-3 ");
+    form.setProperty("ISBNTextField", typed);
+
+    // Nothing was held when the first tap filled: the answer arrives afterwards.
+    form.ISBNDoubleTapped();
+    QVERIFY(settled(form));
+    QTRY_COMPARE(alerts.size(), 1);
+    QCOMPARE(form.alertTitle(), kNotFound);
+    QCOMPARE(form.property("bookNameTextField").toString(), QString());
+    QCOMPARE(t.app().state().scannedBookItems()->size(), 2);
+
+    form.ISBNDoubleTapped();
+    QCOMPARE(form.property("bookNameTextField").toString(), QStringLiteral("Good Omens"));
+    QCOMPARE(form.property("bookAuthorTextField").toString(), QStringLiteral("Neil Gaiman, Terry Pratchett"));
+    QVERIFY(!t.app().state().scannedBookItems()); // cleared by the fill, until the new answer lands
+    QVERIFY(settled(form));
+    QCOMPARE(form.imageView().size(), QSize(128, 192));
+    QCOMPARE(t.app().state().scannedBookItems()->size(), 2);
+    QCOMPARE(alerts.size(), 1);
+
+    QStringList sent;
+    for (const auto &r : m_server->requests()) {
+        if (r.path == QLatin1String("/books/v1/volumes"))
+            sent << r.q();
+    }
+    QCOMPARE(sent, QStringList(2, "ISBN:" + typed));
+}
+
+void TestBookSearch::notFoundAfterTheDelay()
+{
+    TestApp t(QByteArrayLiteral("America/New_York"), TestApp::defaultNow(), 1.0);
+    NewBookViewController form(&t.app());
+    form.viewDidLoad();
+    QSignalSpy alerts(&form, &ScreenController::alert);
+    QElapsedTimer clock;
+    clock.start();
+    form.fillFromHeldAnswer();
+    QTest::qWait(900);
+    QCOMPARE(alerts.size(), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(alerts.size(), 1, 3000);
+    QVERIFY(clock.elapsed() >= BookForm::kNotFoundDelayMs);
+    QCOMPARE(alerts.first().at(0).toString(), kNotFound);
+    QCOMPARE(alerts.first().at(1).toString(), kNoResults);
+}
+
+void TestBookSearch::nothingHeld_data()
+{
+    QTest::addColumn<QString>("isbn");
+    QTest::newRow("items absent") << QStringLiteral("9780000000019");
+    QTest::newRow("no pageCount") << QStringLiteral("9780000000002");
+    QTest::newRow("quota 429") << QStringLiteral("9780000000033");
+    QTest::newRow("not JSON") << QStringLiteral("9780000000040");
+}
+
+void TestBookSearch::nothingHeld()
+{
+    QFETCH(QString, isbn);
+    TestApp t;
+    NewBookViewController form(&t.app());
+    form.viewDidLoad();
+    QSignalSpy alerts(&form, &ScreenController::alert);
+    form.setProperty("ISBNTextField", isbn);
+    form.ISBNDoubleTapped();
+    QVERIFY(settled(form));
+    form.ISBNDoubleTapped();
+    QVERIFY(settled(form));
+    QTRY_COMPARE(alerts.size(), 2);
+    QCOMPARE(alerts.at(1).at(0).toString(), kNotFound);
+    QCOMPARE(alerts.at(1).at(1).toString(), kNoResults);
+    QCOMPARE(form.property("bookNameTextField").toString(), QString());
+    QCOMPARE(form.dateTextField(), QStringLiteral("Nov 21, 2026"));
+}
+
+void TestBookSearch::heldAnswerClearedAfterFill()
+{
+    TestApp t;
+    NewBookViewController form(&t.app());
+    form.viewDidLoad();
+    BookSearchManager manager;
+    QVERIFY(searchAndWait(manager, t.app().state(), QStringLiteral("9780141036144")).completed);
+    QSignalSpy alerts(&form, &ScreenController::alert);
+    form.fillFromHeldAnswer();
+    QCOMPARE(form.property("bookNameTextField").toString(), QStringLiteral("Nineteen Eighty-Four"));
+    QVERIFY(!t.app().state().scannedBookItems());
+    QTest::qWait(20);
+    QCOMPARE(alerts.size(), 0);
+    form.fillFromHeldAnswer();
+    QTRY_COMPARE(alerts.size(), 1);
+    QCOMPARE(form.alertTitle(), kNotFound);
+}
+
+void TestBookSearch::fillKeepsFieldsTheAnswerLacks()
+{
+    TestApp t;
+    NewBookViewController form(&t.app());
+    form.viewDidLoad();
+    form.setProperty("SubTitleTextField", QStringLiteral("typed subtitle"));
+    form.setProperty("publishersNameTextField", QStringLiteral("typed publisher"));
+    form.setProperty("NotesTextView", QStringLiteral("typed notes"));
+    form.setProperty("bookAuthorTextField", QStringLiteral("someone else"));
+    BookSearchManager manager;
+    searchAndWait(manager, t.app().state(), QStringLiteral("9780141036144"));
+    form.fillFromHeldAnswer();
+    QCOMPARE(form.property("SubTitleTextField").toString(), QStringLiteral("typed subtitle"));
+    QCOMPARE(form.property("publishersNameTextField").toString(), QStringLiteral("typed publisher"));
+    QCOMPARE(form.property("NotesTextView").toString(), QStringLiteral("typed notes"));
+    QCOMPARE(form.property("bookAuthorTextField").toString(), QStringLiteral("George Orwell"));
+    QCOMPARE(form.property("numberOfPagesTextField").toString(), QStringLiteral("336"));
+}
+
+void TestBookSearch::savedAfterFill()
+{
+    // The form opens on the default date; the fill shows today but ReadDate stays.
+    TestApp t;
+    t.app().userDefaults().setValue(SettingsKey::UseDefaultDate, true);
+    t.app().userDefaults().setValue(SettingsKey::DefaultDate, QStringLiteral("Jan 1, 2020"));
+    NewBookViewController form(&t.app());
+    form.viewDidLoad();
+    BookSearchManager manager;
+    searchAndWait(manager, t.app().state(), QStringLiteral("9780262033848"));
+    form.fillFromHeldAnswer();
+    QVERIFY(settled(form));
+    QCOMPARE(form.dateTextField(), kToday);
+    QCOMPARE(form.property("datePublishedTextField").toString(), QStringLiteral("2009-07-31"));
+    QVERIFY(form.SaveNewBook());
+
+    const Books saved = t.allBooks().value(0);
+    QCOMPARE(saved.dt, kToday);
+    QCOMPARE(saved.dateRead, t.app().dateText().startOfDay(2020, 1, 1));
+    QCOMPARE(saved.year, qint16(2020));
+    QCOMPARE(saved.month, qint16(1));
+    QCOMPARE(saved.day, qint16(1));
+    QCOMPARE(saved.publishDate, std::nullopt);
+    QCOMPARE(saved.numberPages, qint16(1292));
+    QCOMPARE(saved.author, QStringLiteral("Thomas H. Cormen, Charles E. Leiserson, Ronald L. Rivest, Clifford Stein"));
+    QCOMPARE(saved.pictureImage, std::nullopt); // the cover address answered 404
+}
+
+void TestBookSearch::coverThatIsNoPictureKeepsTheCover()
+{
+    m_server->setAnswer(QStringLiteral("/covers/9780060853983.jpg"), {200, "<html>no</html>", "image/jpeg", 0});
+    TestApp t;
+    NewBookViewController form(&t.app());
+    form.viewDidLoad();
+    form.imagePicked(coverImage(QSize(40, 60)));
+    BookSearchManager manager;
+    searchAndWait(manager, t.app().state(), QStringLiteral("9780060853983"));
+    form.fillFromHeldAnswer();
+    QVERIFY(settled(form));
+    QCOMPARE(form.property("bookNameTextField").toString(), QStringLiteral("Good Omens"));
+    QCOMPARE(form.imageView().size(), QSize(40, 60));
+}
+
+void TestBookSearch::unwindFromScanner_data()
+{
+    QTest::addColumn<QString>("searched"); // empty: no answer held
+    QTest::addColumn<QString>("typedTitle");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("alert");
+
+    const QString scanned = QStringLiteral("9780141036144");
+    QTest::newRow("held, no title") << scanned << QString() << "Nineteen Eighty-Four" << QString();
+    QTest::newRow("held, title typed") << scanned << "Mine" << "Nineteen Eighty-Four" << QString();
+    QTest::newRow("nothing, no title") << QString() << QString() << QString()
+                                       << "The Scanned Barcode returned no Results for: " + scanned;
+    QTest::newRow("nothing, title typed") << QString() << "Mine" << "Mine" << QString();
+    QTest::newRow("no items, no title") << QStringLiteral("9780000000019") << QString() << QString()
+                                        << "The Scanned Barcode returned no Results for: " + scanned;
+}
+
+void TestBookSearch::unwindFromScanner()
+{
+    QFETCH(QString, searched);
+    QFETCH(QString, typedTitle);
+    QFETCH(QString, title);
+    QFETCH(QString, alert);
+
+    TestApp t(QByteArrayLiteral("America/New_York"), TestApp::defaultNow(), 0.1);
+    NewBookViewController form(&t.app());
+    form.viewDidLoad();
+    form.setProperty("bookNameTextField", typedTitle);
+    if (!searched.isEmpty()) {
+        BookSearchManager manager;
+        searchAndWait(manager, t.app().state(), searched);
+    }
+    t.app().state().setScannedISBN(QStringLiteral("9780141036144"));
+    QSignalSpy alerts(&form, &ScreenController::alert);
+    form.unwindFromScanner();
+
+    QCOMPARE(form.property("ISBNTextField").toString(), QStringLiteral("9780141036144"));
+    QCOMPARE(form.property("bookNameTextField").toString(), title);
+    QCOMPARE(alerts.size(), 0); // 0.6 s (scaled here) after the return, if at all
+    QTest::qWait(BookForm::kScannerNotFoundDelayMs / 10 + 100);
+    QCOMPARE(alerts.size(), alert.isEmpty() ? 0 : 1);
+    if (!alert.isEmpty()) {
+        QCOMPARE(alerts.first().at(0).toString(), kNotFound);
+        QCOMPARE(alerts.first().at(1).toString(), alert);
+    }
+}
+
+void TestBookSearch::cliAddWithLookup()
+{
+    m_server->setAnswer(QStringLiteral("/covers/9780060853983.jpg"),
+                        {200, encode(coverImage(QSize(128, 192)), "JPEG", 90), "image/jpeg", 0});
+    QTemporaryDir dir;
+    const auto run = [&](const QStringList &args) {
+        QProcess p;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("TOMEWISE_BOOKS_API"), m_server->volumesAddress().toString());
+        env.insert(QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("%{message}"));
+        env.insert(QStringLiteral("XDG_RUNTIME_DIR"), dir.path());
+        p.setProcessEnvironment(env);
+        p.start(QStringLiteral(TOMEWISE_CLI), QStringList{QStringLiteral("--data-dir"), dir.path()} + args);
+        if (!QTest::qWaitFor([&p] { return p.state() == QProcess::NotRunning; }, 30000))
+            qWarning("tomewise-cli did not finish");
+        return std::tuple{p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
+                          QString::fromUtf8(p.readAllStandardError())};
+    };
+
+    const auto [notFound, out1, err1] = run({"book", "add", "--isbn", "9780000000019", "--lookup", "--title", "X",
+                                             "--author", "Y"});
+    QCOMPARE(notFound, 1);
+    QVERIFY2(err1.contains(kNotFound + ": " + kNoResults + "\n"), qPrintable(err1));
+
+    const auto [added, out2, err2] = run({"book", "add", "--isbn", "978-0-06-085398-3", "--lookup", "--rating", "****",
+                                          "--notes", "Read it twice"});
+    QCOMPARE(added, 0);
+    QVERIFY2(out2.startsWith("Saved \"Good Omens\""), qPrintable(out2 + err2));
+
+    const auto [shown, out3, err3] = run({"book", "show", "--index", "0"});
+    QCOMPARE(shown, 0);
+    const QString today = QLocale(QLocale::English, QLocale::UnitedStates)
+                              .toString(QDate::currentDate(), QStringLiteral("MMM d, yyyy"));
+    QCOMPARE(out3, QStringLiteral("Book Name: Good Omens\nAuthor: Neil Gaiman, Terry Pratchett\nDate Read: %1\n"
+                                  "Date Published: 2006\nSeries: N/A\nSeries #: N/A\n# Pages: 432\nRating: ****\n"
+                                  "Publisher: HarperCollins\nGenre: Fiction, Fantasy\nNotes: Read it twice\n")
+                       .arg(today));
+
+    BookStore store;
+    QVERIFY(store.open(QDir(dir.path()).filePath(QLatin1String(AppDelegate::kStoreFileName))));
+    FetchRequest request;
+    request.includesCovers = true;
+    const auto books = store.fetchBooks(request);
+    QVERIFY(books);
+    QCOMPARE(books->size(), 1); // the failed look-up saved nothing
+    QCOMPARE(books->first().isbn, QStringLiteral("978-0-06-085398-3"));
+    QVERIFY(books->first().pictureImage);
+    QCOMPARE(QImage::fromData(*books->first().pictureImage).size(), BookForm::kCoverSize);
 }
 
 QTEST_MAIN(TestBookSearch)
