@@ -1,4 +1,4 @@
-// tomewise-cli book add / books / book delete, run as a separate process.
+// tomewise-cli book add / books / book show / book edit / book delete, run as a separate process.
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -60,6 +60,33 @@ private Q_SLOTS:
         QCOMPARE(cli({"book", "delete", "--sort", "author", "--search", "austen", "--index", "0"}).status, 0);
         QVERIFY(cli({"books"}).out.startsWith("1 Book\n"));
         QCOMPARE(cli({"book", "delete", "--index", "5"}).status, 1);
+    }
+
+    void showAndEditThroughTheDetailScreen()
+    {
+        QCOMPARE(cli({"book", "add", "--title", "Persuasion", "--author", "Jane Austen", "--date", "Mar 4, 2021",
+                      "--format", "Paperback", "--pages", "249"})
+                     .status,
+                 0);
+        QCOMPARE(cli({"book", "add", "--title", "Emma", "--author", "Jane Austen", "--date", "Jan 2, 2020"}).status, 0);
+
+        const Run shown = cli({"book", "show", "--sort", "book-name", "--search", "persuasion", "--index", "0"});
+        QCOMPARE(shown.status, 0);
+        QCOMPARE(shown.out, QStringLiteral("Book Name: Persuasion\nAuthor: Jane Austen\nDate Read: Mar 4, 2021\n"
+                                           "Date Published: N/A\nSeries: N/A\nSeries #: N/A\n# Pages: 249\n"
+                                           "Rating: N/A\nPublisher: N/A\nGenre: N/A\nNotes: None\n"));
+
+        const Run edited = cli({"book", "edit", "--sort", "book-name", "--search", "persuasion", "--index", "0", "--title", "Persuasion ",
+                                "--notes", "Second reading", "--pages", ""});
+        QCOMPARE(edited.status, 0);
+        QVERIFY2(edited.out.contains("# Pages: N/A\n"), qPrintable(edited.out));
+        const Run again = cli({"book", "show", "--sort", "book-name", "--search", "persuasion", "--index", "0"});
+        QVERIFY2(again.out.endsWith("# Pages: N/A\nRating: N/A\nPublisher: N/A\nGenre: N/A\nNotes: Second reading\n"),
+                 qPrintable(again.out));
+        QVERIFY(cli({"book", "show", "--sort", "book-name", "--search", "emma", "--index", "0"}).out.endsWith("Notes: None\n"));
+
+        QCOMPARE(cli({"book", "show", "--index", "7"}).status, 1);
+        QCOMPARE(cli({"book", "edit", "--index", "0", "--pages", "x"}).status, 2);
     }
 };
 
