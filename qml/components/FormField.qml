@@ -30,6 +30,8 @@ ColumnLayout {
         property string accepted: field.text
         Layout.fillWidth: true
         text: field.text
+        // Filled from elsewhere, a long text shows its beginning.
+        onTextChanged: if (!activeFocus) cursorPosition = 0
         readOnly: field.readOnly
         inputMethodHints: field.checker ? Qt.ImhDigitsOnly : Qt.ImhNone
         topPadding: 8
@@ -55,8 +57,19 @@ ColumnLayout {
             enabled: field.readOnly
             onTapped: field.tapped()
         }
+        // Two taps within the platform's double-click interval; counted here
+        // because the field's own press handling keeps TapHandler's count at one.
         TapHandler {
-            onDoubleTapped: field.doubleTapped()
+            property double lastTap: 0
+            onTapped: {
+                const now = Date.now()
+                if (now - lastTap <= Qt.styleHints.mouseDoubleClickInterval) {
+                    lastTap = 0
+                    field.doubleTapped()
+                } else {
+                    lastTap = now
+                }
+            }
         }
     }
 }

@@ -31,7 +31,12 @@ public:
     {
         messages.append({body, attachments});
     }
-    void share(const ShareItems &items) override { shares.append(items); }
+    // Shown as the desktop shows it, so pages behave alike under test.
+    void share(const ShareItems &items) override
+    {
+        shares.append(items);
+        Q_EMIT shareRequested(items.text, items.image, items.files);
+    }
     void requestStoreReview() override { ++reviewRequests; }
     bool openUrl(const QUrl &url) override
     {

@@ -1,4 +1,6 @@
 #include "app/qmltypes.h"
+#include "support/booksapiserver.h"
+#include "support/imagefixtures.h"
 #include "support/testapp.h"
 
 #include <QDir>
@@ -32,15 +34,23 @@ public Q_SLOTS:
     {
         QQuickStyle::setStyle(QStringLiteral("Material"));
         tomewise::registerQmlTypes();
+        // The books service the form's ISBN search asks, with one cover to download.
+        m_server = std::make_unique<tomewise::test::BooksApiServer>();
+        qputenv("TOMEWISE_BOOKS_API", m_server->volumesAddress().toEncoded());
+        m_server->setAnswer(QStringLiteral("/covers/9780060853983.jpg"),
+                            {200, tomewise::test::encode(tomewise::test::coverImage(QSize(128, 192)), "JPEG", 90),
+                             "image/jpeg", 0});
     }
     void qmlEngineAvailable(QQmlEngine *engine)
     {
         m_app = std::make_unique<tomewise::test::TestApp>();
+        tomewise::installImageProviders(*engine, m_app->app());
         engine->rootContext()->setContextProperty(QStringLiteral("testApp"), &m_app->app());
         engine->rootContext()->setContextProperty(QStringLiteral("shots"), &m_shots);
     }
 
 private:
+    std::unique_ptr<tomewise::test::BooksApiServer> m_server;
     std::unique_ptr<tomewise::test::TestApp> m_app;
     Shots m_shots;
 };
