@@ -50,6 +50,11 @@ QVariant sqlValue(const QVariant &v)
     return v;
 }
 
+QVariant entryValue(const ReferenceEntry &entry)
+{
+    return entry.value ? sqlValue(*entry.value) : QVariant(QMetaType::fromType<QString>());
+}
+
 QString opSql(Predicate::Op op)
 {
     switch (op) {
@@ -198,14 +203,34 @@ StoreResult BookStore::createSchema()
 StoreResult BookStore::exec(const QString &sql)
 {
     // Savepoint statements run for every write; they are prepared once too.
+    return write(sql, {});
+}
+
+QSqlQuery *BookStore::run(const QString &sql, const QVariantList &binds, QString *error)
+{
     bool ok = false;
-    QString error;
-    QSqlQuery &q = prepared(sql, &ok, &error);
+    QSqlQuery &q = prepared(sql, &ok, error);
     if (!ok)
+        return nullptr;
+    for (int i = 0; i < binds.size(); ++i)
+        q.bindValue(i, binds[i]);
+    if (!q.exec()) {
+        if (error)
+            *error = lastError(q);
+        return nullptr;
+    }
+    return &q;
+}
+
+StoreResult BookStore::write(const QString &sql, const QVariantList &binds, qint64 *insertId)
+{
+    QString error;
+    QSqlQuery *q = run(sql, binds, &error);
+    if (!q)
         return {false, error};
-    if (!q.exec())
-        return {false, lastError(q)};
-    q.finish();
+    if (insertId)
+        *insertId = q->lastInsertId().toLongLong();
+    q->finish();
     return {};
 }
 
@@ -296,19 +321,10 @@ std::optional<QList<Books>> BookStore::fetchBooks(const FetchRequest &request, Q
     if (request.includesCovers)
         columns += QStringLiteral(",c.book IS NOT NULL,c.pictureImage");
     const QString sql = selectSql(request, columns, binds, error);
-    if (sql.isEmpty())
+    QSqlQuery *query = sql.isEmpty() ? nullptr : run(sql, binds, error);
+    if (!query)
         return std::nullopt;
-    bool ok = false;
-    QSqlQuery &q = prepared(sql, &ok, error);
-    if (!ok)
-        return std::nullopt;
-    for (int i = 0; i < binds.size(); ++i)
-        q.bindValue(i, binds[i]);
-    if (!q.exec()) {
-        if (error)
-            *error = lastError(q);
-        return std::nullopt;
-    }
+    QSqlQuery &q = *query;
     QList<Books> books;
     while (q.next()) {
         Books b;
@@ -353,30 +369,22 @@ std::optional<int> BookStore::count(const FetchRequest &request, QString *error)
     if (sql.isEmpty())
         return std::nullopt;
     sql.truncate(sql.lastIndexOf(QStringLiteral(" ORDER BY ")));
-    bool ok = false;
-    QSqlQuery &q = prepared(sql, &ok, error);
-    if (!ok)
+    QSqlQuery *q = run(sql, binds, error);
+    if (!q || !q->next())
         return std::nullopt;
-    for (int i = 0; i < binds.size(); ++i)
-        q.bindValue(i, binds[i]);
-    if (!q.exec() || !q.next()) {
-        if (error)
-            *error = lastError(q);
-        return std::nullopt;
-    }
-    const int n = q.value(0).toInt();
-    q.finish();
+    const int n = q->value(0).toInt();
+    q->finish();
     return n;
 }
 
-void BookStore::bindBook(QSqlQuery &q, const Books &book)
+QVariantList BookStore::bookValues(const Books &book)
 {
-    int i = 0;
+    QVariantList values;
     for (const auto &a : booksAttributes()) {
-        if (a.type() == AttributeType::Binary)
-            continue;
-        q.bindValue(i++, sqlValue(attributeValue(book, a)));
+        if (a.type() != AttributeType::Binary)
+            values << sqlValue(attributeValue(book, a));
     }
+    return values;
 }
 
 StoreResult BookStore::insertBook(Books &book)
@@ -389,16 +397,9 @@ StoreResult BookStore::insertBook(Books &book)
     }
     const QString sql = QStringLiteral("INSERT INTO Books (%1) VALUES (%2)")
                             .arg(cols.join(u','), QStringList(cols.size(), QStringLiteral("?")).join(u','));
-    bool ok = false;
-    QString error;
-    QSqlQuery &q = prepared(sql, &ok, &error);
-    if (!ok)
-        return {false, error};
-    bindBook(q, book);
-    if (!q.exec())
-        return {false, lastError(q)};
-    const qint64 pk = q.lastInsertId().toLongLong();
-    q.finish();
+    qint64 pk = 0;
+    if (auto r = write(sql, bookValues(book), &pk); !r)
+        return r;
     if (book.pictureImage) {
         if (auto r = setCover(pk, book.pictureImage); !r)
             return r;
@@ -417,17 +418,7 @@ StoreResult BookStore::updateBook(const Books &book)
             sets << QLatin1String(a.name) + QStringLiteral("=?");
     }
     const QString sql = QStringLiteral("UPDATE Books SET %1 WHERE pk=?").arg(sets.join(u','));
-    bool ok = false;
-    QString error;
-    QSqlQuery &q = prepared(sql, &ok, &error);
-    if (!ok)
-        return {false, error};
-    bindBook(q, book);
-    q.bindValue(int(sets.size()), book.pk);
-    if (!q.exec())
-        return {false, lastError(q)};
-    q.finish();
-    return {};
+    return write(sql, bookValues(book) << book.pk);
 }
 
 StoreResult BookStore::setCover(qint64 pk, const Data &pictureImage)
@@ -435,49 +426,33 @@ StoreResult BookStore::setCover(qint64 pk, const Data &pictureImage)
     const QString sql = pictureImage
         ? QStringLiteral("INSERT OR REPLACE INTO BooksPictureImage (book, pictureImage) VALUES (?, ?)")
         : QStringLiteral("DELETE FROM BooksPictureImage WHERE book=?");
-    bool ok = false;
-    QString error;
-    QSqlQuery &q = prepared(sql, &ok, &error);
-    if (!ok)
-        return {false, error};
-    q.bindValue(0, pk);
+    QVariantList binds{pk};
     if (pictureImage)
-        q.bindValue(1, pictureImage->isNull() ? QByteArray("", 0) : *pictureImage);
-    if (!q.exec())
-        return {false, lastError(q)};
-    q.finish();
-    return {};
+        binds << (pictureImage->isNull() ? QByteArray("", 0) : *pictureImage);
+    return write(sql, binds);
 }
 
 std::optional<QByteArray> BookStore::cover(qint64 pk)
 {
-    bool ok = false;
-    QSqlQuery &q = prepared(QStringLiteral("SELECT pictureImage FROM BooksPictureImage WHERE book=?"), &ok, nullptr);
-    if (!ok)
+    QSqlQuery *q = run(QStringLiteral("SELECT pictureImage FROM BooksPictureImage WHERE book=?"), {pk}, nullptr);
+    if (!q)
         return std::nullopt;
-    q.bindValue(0, pk);
     std::optional<QByteArray> result;
-    if (q.exec() && q.next())
-        result = q.value(0).toByteArray();
-    q.finish();
+    if (q->next())
+        result = q->value(0).toByteArray();
+    q->finish();
     return result;
 }
 
 std::optional<QSet<qint64>> BookStore::coverKeys(QString *error)
 {
-    bool ok = false;
-    QSqlQuery &q = prepared(QStringLiteral("SELECT book FROM BooksPictureImage"), &ok, error);
-    if (!ok)
+    QSqlQuery *q = run(QStringLiteral("SELECT book FROM BooksPictureImage"), {}, error);
+    if (!q)
         return std::nullopt;
-    if (!q.exec()) {
-        if (error)
-            *error = lastError(q);
-        return std::nullopt;
-    }
     QSet<qint64> keys;
-    while (q.next())
-        keys.insert(q.value(0).toLongLong());
-    q.finish();
+    while (q->next())
+        keys.insert(q->value(0).toLongLong());
+    q->finish();
     return keys;
 }
 
@@ -486,15 +461,8 @@ StoreResult BookStore::deleteBook(qint64 pk)
     Transaction t(*this);
     for (const auto &sql : {QStringLiteral("DELETE FROM BooksPictureImage WHERE book=?"),
                             QStringLiteral("DELETE FROM Books WHERE pk=?")}) {
-        bool ok = false;
-        QString error;
-        QSqlQuery &q = prepared(sql, &ok, &error);
-        if (!ok)
-            return {false, error};
-        q.bindValue(0, pk);
-        if (!q.exec())
-            return {false, lastError(q)};
-        q.finish();
+        if (auto r = write(sql, {pk}); !r)
+            return r;
     }
     return t.commit();
 }
@@ -505,19 +473,10 @@ std::optional<QList<ReferenceEntry>> BookStore::fetchEntries(const FetchRequest 
     Q_ASSERT(!attribute.isEmpty());
     QVariantList binds;
     const QString sql = selectSql(request, QStringLiteral("b.pk, b.") + attribute, binds, error);
-    if (sql.isEmpty())
+    QSqlQuery *query = sql.isEmpty() ? nullptr : run(sql, binds, error);
+    if (!query)
         return std::nullopt;
-    bool ok = false;
-    QSqlQuery &q = prepared(sql, &ok, error);
-    if (!ok)
-        return std::nullopt;
-    for (int i = 0; i < binds.size(); ++i)
-        q.bindValue(i, binds[i]);
-    if (!q.exec()) {
-        if (error)
-            *error = lastError(q);
-        return std::nullopt;
-    }
+    QSqlQuery &q = *query;
     QList<ReferenceEntry> entries;
     while (q.next()) {
         ReferenceEntry e;
@@ -533,48 +492,18 @@ std::optional<QList<ReferenceEntry>> BookStore::fetchEntries(const FetchRequest 
 StoreResult BookStore::insertEntry(Entity entity, ReferenceEntry &entry)
 {
     const QString sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (?)").arg(entityName(entity), referenceAttribute(entity));
-    bool ok = false;
-    QString error;
-    QSqlQuery &q = prepared(sql, &ok, &error);
-    if (!ok)
-        return {false, error};
-    q.bindValue(0, entry.value ? sqlValue(*entry.value) : QVariant(QMetaType::fromType<QString>()));
-    if (!q.exec())
-        return {false, lastError(q)};
-    entry.pk = q.lastInsertId().toLongLong();
-    q.finish();
-    return {};
+    return write(sql, {entryValue(entry)}, &entry.pk);
 }
 
 StoreResult BookStore::updateEntry(Entity entity, const ReferenceEntry &entry)
 {
     const QString sql = QStringLiteral("UPDATE %1 SET %2=? WHERE pk=?").arg(entityName(entity), referenceAttribute(entity));
-    bool ok = false;
-    QString error;
-    QSqlQuery &q = prepared(sql, &ok, &error);
-    if (!ok)
-        return {false, error};
-    q.bindValue(0, entry.value ? sqlValue(*entry.value) : QVariant(QMetaType::fromType<QString>()));
-    q.bindValue(1, entry.pk);
-    if (!q.exec())
-        return {false, lastError(q)};
-    q.finish();
-    return {};
+    return write(sql, {entryValue(entry), entry.pk});
 }
 
 StoreResult BookStore::deleteEntry(Entity entity, qint64 pk)
 {
-    const QString sql = QStringLiteral("DELETE FROM %1 WHERE pk=?").arg(entityName(entity));
-    bool ok = false;
-    QString error;
-    QSqlQuery &q = prepared(sql, &ok, &error);
-    if (!ok)
-        return {false, error};
-    q.bindValue(0, pk);
-    if (!q.exec())
-        return {false, lastError(q)};
-    q.finish();
-    return {};
+    return write(QStringLiteral("DELETE FROM %1 WHERE pk=?").arg(entityName(entity)), {pk});
 }
 
 StoreResult BookStore::saveContext()

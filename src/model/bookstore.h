@@ -93,12 +93,15 @@ public:
 
 private:
     StoreResult exec(const QString &sql);
+    // Prepares (once), binds and runs a statement; null, with the error, when it fails.
+    QSqlQuery *run(const QString &sql, const QVariantList &binds, QString *error);
+    StoreResult write(const QString &sql, const QVariantList &binds, qint64 *insertId = nullptr);
     QSqlQuery &prepared(const QString &sql, bool *ok, QString *error);
     StoreResult createSchema();
     QString selectSql(const FetchRequest &request, const QString &columns, QVariantList &binds,
                       QString *error) const;
     static QString lastError(const QSqlQuery &q);
-    static void bindBook(QSqlQuery &q, const Books &book);
+    static QVariantList bookValues(const Books &book);
 
     QString m_connection;
     QString m_path;
