@@ -26,13 +26,15 @@ std::unique_ptr<ReferenceTableController> openList(const ReferenceKindInfo &info
     return list;
 }
 
-int rowNamed(const ReferenceTableController &list, const QString &name)
+// The row that shows the name, or -1 after saying there is none.
+int rowNamed(const ReferenceKindInfo &info, const ReferenceTableController &list, const QString &name, Context &ctx)
 {
     const auto &rows = list.searchText().isEmpty() ? list.list() : list.filteredList();
     for (int i = 0; i < rows.size(); ++i) {
         if (rows[i].value == name)
             return i;
     }
+    ctx.err << "No " << info.attribute << " named " << name << Qt::endl;
     return -1;
 }
 
@@ -71,11 +73,9 @@ int renameEntry(const ReferenceKindInfo &info, Context &ctx)
     if (ctx.args.size() != 2)
         return usageError(ctx, usageOf(info));
     auto list = openList(info, ctx);
-    const int row = rowNamed(*list, ctx.args[0]);
-    if (row < 0) {
-        ctx.err << "No " << info.attribute << " named " << ctx.args[0] << Qt::endl;
+    const int row = rowNamed(info, *list, ctx.args[0], ctx);
+    if (row < 0)
         return 1;
-    }
     ReferenceEditController edit(info.kind, ctx.app, nullptr);
     // The row's tap hands the entry over (genre, rating) or records the selected name (series).
     QObject::connect(list.get(), &ScreenController::navigate, &edit,
@@ -92,11 +92,9 @@ int deleteEntry(const ReferenceKindInfo &info, Context &ctx)
     if (ctx.args.size() != 1)
         return usageError(ctx, usageOf(info));
     auto list = openList(info, ctx);
-    const int row = rowNamed(*list, ctx.args[0]);
-    if (row < 0) {
-        ctx.err << "No " << info.attribute << " named " << ctx.args[0] << Qt::endl;
+    const int row = rowNamed(info, *list, ctx.args[0], ctx);
+    if (row < 0)
         return 1;
-    }
     list->deleteRow(row);
     return 0;
 }
