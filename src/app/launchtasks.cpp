@@ -85,6 +85,23 @@ QHash<Key, int> titleAuthorCounts(BookStore &store)
     return counts;
 }
 
+// Whatever the book has that a user would recognise it by.
+QString describe(const Books &book)
+{
+    QStringList parts;
+    if (book.name)
+        parts << QStringLiteral("\u201C%1\u201D").arg(*book.name);
+    if (book.author)
+        parts << QStringLiteral("by ") + *book.author;
+    if (book.dt)
+        parts << QStringLiteral("read ") + *book.dt;
+    if (book.isbn)
+        parts << QStringLiteral("ISBN ") + *book.isbn;
+    if (parts.isEmpty())
+        parts << QStringLiteral("record %1").arg(book.pk);
+    return parts.join(QStringLiteral(", "));
+}
+
 struct CoverJob
 {
     qint64 pk = 0;
@@ -118,13 +135,19 @@ RepairCounts repairDates(AppDelegate &app, const QList<Books> &bookList)
     for (const Books &book : bookList) {
         ++counts.books;
         const auto date = dates.startOfDay(book.year.value_or(0), book.month.value_or(0), book.day.value_or(0));
-        if (!date || !book.name || !book.author) {
+        if (!date) {
             flushCovers();
             transaction.commit();
-            if (!date)
-                qFatal("The calendar could not form a date from %d/%d/%d", int(book.year.value_or(0)),
-                       int(book.month.value_or(0)), int(book.day.value_or(0)));
-            qFatal("A book without %s cannot be identified", book.name ? "an author" : "a name");
+            qFatal("The calendar could not form a date from %d/%d/%d", int(book.year.value_or(0)),
+                   int(book.month.value_or(0)), int(book.day.value_or(0)));
+        }
+        // Older imports and edits could leave a book nameless; it cannot be
+        // identified, but it is the user's and must not keep the library shut.
+        if (!book.name || !book.author) {
+            qCWarning(lcApp).noquote() << QStringLiteral("A book without %1 is left as it is: %2")
+                                              .arg(book.name ? QStringLiteral("an author") : QStringLiteral("a name"),
+                                                   describe(book));
+            continue;
         }
         if (matches.value({*book.name, *book.author}) != 1)
             continue;

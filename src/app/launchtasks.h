@@ -27,7 +27,8 @@ struct RepairCounts
 
 // Rebuilds dateRead from year/month/day for every book that is the only one
 // with its title and author, and re-encodes its cover at quality 0.05. A book
-// without a title or author, or a day the calendar cannot form, is fatal.
+// without a title or author is left alone and named in the log; a day the
+// calendar cannot form is fatal.
 RepairCounts repairDates(AppDelegate &app, const QList<Books> &bookList);
 
 // The cover re-encoded as JPEG at the given quality (0..1); nothing when the

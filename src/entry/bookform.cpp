@@ -70,22 +70,27 @@ void BookForm::showBook(const Books &book)
         setReadDateFromText(DateText::Style::Long);
     if (m_readDate.isValid())
         m_dateText = app().dateText().format(m_readDate, DateText::Style::Medium);
-    const auto number = [](const Int16 &v) { return v ? QString::number(*v) : QString(); };
     m_bookName = book.name.value_or(QString());
     m_subTitle = book.subTitle.value_or(QString());
     m_author = book.author.value_or(QString());
     m_publisher = book.bookPublisher.value_or(QString());
-    m_datePublished = number(book.publishDate);
-    m_numberOfPages = number(book.numberPages);
+    showNumbers(book);
     m_isbn = book.isbn.value_or(QString());
     m_category = book.category.value_or(QString());
     m_rating = book.rating.value_or(QString());
     m_bookFormat = book.bookFormat.value_or(QString());
     m_series = book.series.value_or(QString());
-    m_seriesNumber = number(book.seriesNumber);
     m_notes = book.notes.value_or(QString());
     Q_EMIT fieldsChanged();
     showCover(book.pictureImage ? QImage::fromData(*book.pictureImage) : QImage());
+}
+
+void BookForm::showNumbers(const Books &book)
+{
+    const auto number = [](const Int16 &v) { return v ? QString::number(*v) : QString(); };
+    m_datePublished = number(book.publishDate);
+    m_numberOfPages = number(book.numberPages);
+    m_seriesNumber = number(book.seriesNumber);
 }
 
 void BookForm::showOpeningDate()
@@ -390,6 +395,25 @@ bool BookForm::requiredFieldsEntered() const
     return !m_dateText.isEmpty() && !m_bookName.isEmpty() && !m_author.isEmpty();
 }
 
+bool BookForm::requireFields()
+{
+    if (requiredFieldsEntered())
+        return true;
+    showAlert(QStringLiteral("Book Not Saved"), QStringLiteral("Required Fields Labeled in RED Not Entered"));
+    return false;
+}
+
+QStringList BookForm::fieldTexts() const
+{
+    return {m_dateText, m_bookName,  m_subTitle, m_author, m_publisher, m_datePublished, m_numberOfPages,
+            m_isbn,     m_category,  m_rating,   m_bookFormat, m_series, m_seriesNumber,  m_notes};
+}
+
+QString BookForm::savedNotice(const Books &book)
+{
+    return QStringLiteral("Saved \u201C%1\u201D").arg(book.name.value_or(QString()));
+}
+
 namespace {
 
 // Letters stripped from both ends, as "3a" is read as 3.
@@ -428,9 +452,14 @@ void setAsIs(Text &attribute, const QString &text)
         attribute = text;
 }
 
-void setNumber(Int16 &attribute, QStringView text)
+// An emptied field clears its number; text that is no 16-bit number (99999
+// pages) leaves the number as it was rather than erasing it.
+void setNumber(Int16 &attribute, const QString &field, QStringView digits)
 {
-    attribute = text.isEmpty() ? std::nullopt : parseInt16(text);
+    if (field.isEmpty())
+        attribute.reset();
+    else if (const auto number = parseInt16(digits))
+        attribute = number;
 }
 
 qint16 component(int value)
@@ -445,18 +474,17 @@ qint16 component(int value)
 
 void BookForm::writeFields(Books &book) const
 {
-    if (!m_dateText.isEmpty()) {
+    // The five date attributes name one day: all are written, or none.
+    if (!m_dateText.isEmpty() && m_readDate.isValid()) {
         book.dt = m_dateText;
-        if (m_readDate.isValid()) {
-            book.dateRead = m_readDate;
-            const auto c = app().dateText().components(m_readDate);
-            book.year = component(c.year);
-            book.month = component(c.month);
-            book.day = component(c.day);
-        }
+        book.dateRead = m_readDate;
+        const auto c = app().dateText().components(m_readDate);
+        book.year = component(c.year);
+        book.month = component(c.month);
+        book.day = component(c.day);
     }
     setTrimmed(book.series, m_series);
-    setNumber(book.seriesNumber, withoutOuterLetters(m_seriesNumber));
+    setNumber(book.seriesNumber, m_seriesNumber, withoutOuterLetters(m_seriesNumber));
     setTrimmed(book.name, m_bookName);
     setTrimmed(book.subTitle, m_subTitle);
     setTrimmed(book.author, m_author);
@@ -464,9 +492,9 @@ void BookForm::writeFields(Books &book) const
     setTrimmed(book.bookPublisher, m_publisher);
     setTrimmed(book.isbn, m_isbn);
     setAsIs(book.bookFormat, m_bookFormat);
-    setNumber(book.numberPages, m_numberOfPages);
+    setNumber(book.numberPages, m_numberOfPages, m_numberOfPages);
     setAsIs(book.rating, m_rating);
-    setNumber(book.publishDate, m_datePublished);
+    setNumber(book.publishDate, m_datePublished, m_datePublished);
     setAsIs(book.notes, m_notes);
 }
 

@@ -129,8 +129,9 @@ public:
     // True when date, title and author are all filled (blanks count).
     bool requiredFieldsEntered() const;
     // Writes the form's fields into a record, trimming and parsing as saving
-    // does: an empty field or an unparsable number leaves its attribute unset
-    // (absent); an empty date text leaves the date attributes as they were.
+    // does: an empty field leaves its attribute unset (absent); a number that
+    // does not parse, or a date text that does not, leaves the attribute (all
+    // five date attributes) as the record had it.
     // The cover is not written here: each screen stores it its own way.
     void writeFields(Books &book) const;
     // The cover as stored: stretched into 125 x 180 and JPEG-encoded.
@@ -138,6 +139,8 @@ public:
 
 Q_SIGNALS:
     void fieldsChanged();
+    // A short notice for the screen the user lands on ("Saved “Dune”").
+    void notice(const QString &text);
     void imageChanged();
     void pickerListsChanged();
     void pickerDateChanged();
@@ -147,10 +150,17 @@ Q_SIGNALS:
     void documentPickerRequested();
 
 protected:
+    // False, with "Book Not Saved", when date, title or author is empty.
+    bool requireFields();
+    // Every field's text, to tell what the user has changed since a snapshot.
+    QStringList fieldTexts() const;
+    static QString savedNotice(const Books &book);
     // A new cover replaced the shown one (picked, pasted, removed or downloaded).
     virtual void coverReplaced() {}
     // Shows a record's fields, its date read in the medium style, and its cover.
     void showBook(const Books &book);
+    // The three numeric fields as the record holds them.
+    void showNumbers(const Books &book);
     void setCoverZoom(qreal scale, QPointF offset);
     // The form's opening date: "DefaultDate" when "UseDefaultDate" is on, else
     // today, in the medium style.

@@ -41,6 +41,7 @@ void DetailViewController::viewDidLoad()
     // a save never clears what the screen did not show.
     const auto stored = matchingBook(true);
     showBook(stored ? *stored : current);
+    m_savedFields = fieldTexts();
     m_loaded = true;
     after(kReviewDelayMs, [this] {
         if (ReviewRequester *review = app().reviewService())
@@ -80,18 +81,47 @@ std::optional<Books> DetailViewController::matchingBook(bool withCover)
 
 bool DetailViewController::UpdateBook()
 {
+    // Without a title or an author the book could no longer be told apart.
+    if (!requireFields())
+        return false;
     auto book = matchingBook();
     if (!book)
         return false;
     writeFields(*book);
-    logIfFailed(context().updateBook(*book));
+    if (!logIfFailed(context().updateBook(*book)))
+        return false; // the store keeps the book as it was; the edits stay pending
     // The next save in this visit must find the book by what it is now.
     takeKeys(*book);
     Books &current = app().state().currentBook;
     const Data cover = current.pictureImage;
     current = *book;
     current.pictureImage = cover;
+    // A number that was not kept shows what the book still has.
+    showNumbers(*book);
+    m_savedFields = fieldTexts();
+    Q_EMIT fieldsChanged();
+    Q_EMIT notice(savedNotice(*book));
     return true;
+}
+
+bool DetailViewController::hasPendingChanges() const
+{
+    return m_loaded && fieldTexts() != m_savedFields;
+}
+
+void DetailViewController::leaveScreen()
+{
+    const auto leave = [this] {
+        if (!BackButtonTapped())
+            Q_EMIT back();
+    };
+    if (!hasPendingChanges()) {
+        leave();
+        return;
+    }
+    showAlert(QStringLiteral("Discard changes?"), QStringLiteral("Your changes to this book have not been saved."),
+              {{QStringLiteral("Yes"), AlertAction::Style::Default, leave},
+               {QStringLiteral("No"), AlertAction::Style::Cancel, {}}});
 }
 
 void DetailViewController::coverReplaced()

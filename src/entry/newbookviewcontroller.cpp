@@ -18,15 +18,20 @@ void NewBookViewController::viewDidLoad()
 
 bool NewBookViewController::SaveNewBook()
 {
-    if (!requiredFieldsEntered()) {
-        showAlert(QStringLiteral("Book Not Saved"), QStringLiteral("Required Fields Labeled in RED Not Entered"));
+    if (!requireFields())
+        return false;
+    // A date text that no longer parses (the default date written in another
+    // language) would be saved as dt alone, naming no day.
+    if (!readDate().isValid()) {
+        showAlert(QStringLiteral("Book Not Saved"), kDateNotUnderstood);
         return false;
     }
     Books book;
     writeFields(book);
     if (hasImage())
         book.pictureImage = coverData(imageView());
-    logIfFailed(context().insertBook(book));
+    if (logIfFailed(context().insertBook(book)))
+        Q_EMIT notice(savedNotice(book));
     m_saved = book;
     Q_EMIT unwind(QStringLiteral("unwindToMenu"));
     return true;

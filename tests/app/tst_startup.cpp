@@ -21,6 +21,7 @@ private Q_SLOTS:
     void repairRebuildsTheDay_data();
     void repairRebuildsTheDay();
     void repairLeavesDuplicatesAlone();
+    void namelessBooksDoNotStopTheStart();
     void repairReencodesCovers_data();
     void repairReencodesCovers();
     void menuTogglesAsOne();
@@ -140,6 +141,34 @@ void TestStartup::repairLeavesDuplicatesAlone()
         QCOMPARE(books[i].pictureImage, std::optional<QByteArray>(cover));
     }
     QVERIFY(books[2].dateRead);
+    QCOMPARE(menu.lastRepair().repaired, 1);
+}
+
+void TestStartup::namelessBooksDoNotStopTheStart()
+{
+    TestApp t;
+    Books noAuthor;
+    noAuthor.name = QStringLiteral("Untitled");
+    noAuthor.dt = QStringLiteral("Mar 4, 2021");
+    Books noName;
+    noName.author = QStringLiteral("Anonymous");
+    noName.pictureImage = encode(coverImage(), "jpeg", 90);
+    const Books nothing = t.insert(Books());
+    t.insert(noAuthor);
+    noName = t.insert(noName);
+    t.insert(book(QStringLiteral("Emma"), QStringLiteral("Jane Austen")));
+    const QList<Books> before = t.allBooks();
+    LogCapture log;
+    MainMenuViewController menu(&t.app());
+    menu.viewDidLoad();
+    QCOMPARE(log.lines("tomewise.app").mid(1),
+             (QStringList{"Date Not Fixed Yet",
+                          QStringLiteral("A book without a name is left as it is: record %1").arg(nothing.pk),
+                          QStringLiteral("A book without an author is left as it is: \u201CUntitled\u201D, read Mar 4, 2021"),
+                          "A book without a name is left as it is: by Anonymous"}));
+    const QList<Books> after = t.allBooks();
+    QCOMPARE(after.mid(0, 3), before.mid(0, 3)); // untouched, cover included
+    QVERIFY(after[3].dateRead);                  // the rest of the library is still repaired
     QCOMPARE(menu.lastRepair().repaired, 1);
 }
 
