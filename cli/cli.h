@@ -25,7 +25,7 @@ struct Command
 {
     QString name;
     QString usage;   // "genre list [--desc] [--search TEXT]"
-    QString summary; // one line for --help
+    QString summary; // one line for --help; lines after it only for "COMMAND --help"
     bool needsApp = true;
     std::function<int(Context &)> run;
 };

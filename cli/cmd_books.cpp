@@ -7,6 +7,7 @@
 #include "entry/newbookviewcontroller.h"
 
 #include <QImage>
+#include <QRegularExpression>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -15,7 +16,7 @@ namespace tomewise::cli {
 namespace {
 
 const QString kFieldUsage = QStringLiteral(
-    "[--date TEXT] [--title T] [--author A] [--subtitle ..] [--publisher ..] [--year-published ..] "
+    "[--date TEXT|YYYY-MM-DD] [--title T] [--author A] [--subtitle ..] [--publisher ..] [--year-published ..] "
     "[--pages ..] [--isbn ..] [--format ..] [--genre ..] [--rating ..] [--series ..] [--series-number ..] "
     "[--notes ..] [--cover IMAGE]");
 const QString kAddUsage = QStringLiteral("book add [--lookup] ") + kFieldUsage;
@@ -49,6 +50,13 @@ constexpr FieldOption kFieldOptions[]{
 // Longer than the query's own time-out, so a stalled service ends as a logged failure.
 constexpr int kSearchWaitMs = BookSearchManager::kTimeoutMs + 5000;
 
+// A day written YYYY-MM-DD, or an invalid date for any other text.
+QDate isoDate(const QString &text)
+{
+    static const QRegularExpression pattern(QStringLiteral("^\\d{4}-\\d{2}-\\d{2}$"));
+    return pattern.match(text).hasMatch() ? QDate::fromString(text, Qt::ISODate) : QDate();
+}
+
 // Types the options' values into the form's fields as the keyboard would;
 // 0, or the exit status of a refused value.
 int typeFields(Context &ctx, QStringList &args, BookForm &form)
@@ -61,7 +69,11 @@ int typeFields(Context &ctx, QStringList &args, BookForm &form)
             ctx.err << o.option << ": only digits are accepted, not \"" << *value << "\"" << Qt::endl;
             return 2;
         }
-        form.setProperty(o.field, *value);
+        const QDate day = std::string_view(o.option) == "--date" ? isoDate(*value) : QDate();
+        if (day.isValid())
+            form.dateChanged(day.year(), day.month(), day.day()); // as picked with the date picker
+        else
+            form.setProperty(o.field, *value);
     }
     if (const auto cover = takeOption(args, QStringLiteral("--cover"))) {
         const QImage image(*cover);
@@ -247,7 +259,8 @@ int bookEdit(Context &ctx, QStringList &args)
     if (!args.isEmpty())
         return usageError(ctx, usage);
     if (!detail.UpdateBook()) {
-        ctx.err << "The book is no longer in the store" << Qt::endl;
+        if (!alerts.count())
+            ctx.err << "The book was not saved" << Qt::endl;
         return 1;
     }
     ctx.out << detail.shareText();
@@ -271,7 +284,12 @@ int book(Context &ctx)
 
 const Registration r1({QStringLiteral("book"), QStringLiteral("book add|show|edit|delete ..."),
                        QStringLiteral("Save a book as the Add Book form does (--lookup fills it by ISBN first); show, "
-                                      "edit or delete one picked as the list shows it."),
+                                      "edit or delete one picked as the list shows it.\n\n  ")
+                           + kAddUsage + QStringLiteral("\n  book show ") + kListOptions
+                           + QStringLiteral(" --index N\n  book edit ") + kListOptions + QStringLiteral(" --index N ")
+                           + kFieldUsage + QStringLiteral("\n  book delete ") + kListOptions
+                           + QStringLiteral(" --index N\n\n--date takes the form's own text (\"Mar 4, 2021\") or "
+                                            "YYYY-MM-DD, which is entered as the date picker would."),
                        true, book});
 const Registration r2({QStringLiteral("books"), QStringLiteral("books [--sort ..] [--asc|--desc] [--search ..] [--json]"),
                        QStringLiteral("The book list's cards in one of its six orders, filtered by its search."), true,

@@ -9,22 +9,58 @@ using namespace tomewise;
 
 namespace {
 
+bool isHelp(const QString &word)
+{
+    return word == QLatin1String("--help") || word == QLatin1String("-h");
+}
+
+// Usages and summaries in two columns; a usage too long for its column puts
+// its summary on the next line.
 void printHelp(QTextStream &out)
 {
     out << "usage: tomewise-cli [--data-dir DIR] COMMAND [ARGS...]\n\n"
         << "The store (Tomewise.sqlite) and the settings (Tomewise.ini) live in DIR;\n"
         << "default: $TOMEWISE_DATA_DIR, else the platform's app-data folder.\n"
-        << "Alerts print to stderr as TITLE: MESSAGE; log lines go to stderr too.\n\n"
+        << "Alerts print to stderr as TITLE: MESSAGE; log lines go to stderr too.\n"
+        << "COMMAND --help prints that command's usage.\n\n"
         << "Commands:\n";
-    for (const auto &c : cli::commands())
-        out << "  " << qSetFieldWidth(44) << Qt::left << c.usage << qSetFieldWidth(0) << c.summary << '\n';
+    constexpr qsizetype kColumn = 36;
+    for (const auto &c : cli::commands()) {
+        out << "  " << c.usage;
+        if (c.usage.size() < kColumn)
+            out << QString(kColumn - c.usage.size(), u' ');
+        else
+            out << '\n' << QString(kColumn + 2, u' ');
+        out << c.summary.section(u'\n', 0, 0) << '\n';
+    }
     out.flush();
+}
+
+void printCommandHelp(QTextStream &out, const cli::Command &command)
+{
+    out << "usage: tomewise-cli [--data-dir DIR] " << command.usage << "\n\n" << command.summary << '\n';
+    out.flush();
+}
+
+// Qt warns when the session has no runtime folder, which a command-line user
+// can do nothing about; everything else passes through.
+QtMessageHandler g_previousHandler = nullptr;
+
+void filterMessages(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")))
+        return;
+    if (g_previousHandler)
+        g_previousHandler(type, context, message);
+    else
+        std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
+    g_previousHandler = qInstallMessageHandler(filterMessages);
     // Fonts and images need a GUI application; there is no window to show.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -36,8 +72,7 @@ int main(int argc, char *argv[])
     QTextStream err(stderr);
     QStringList args = QCoreApplication::arguments().mid(1);
     const QString dataDir = cli::takeOption(args, QStringLiteral("--data-dir")).value_or(QString());
-    if (args.isEmpty() || args.first() == QLatin1String("--help") || args.first() == QLatin1String("-h")
-        || args.first() == QLatin1String("help")) {
+    if (args.isEmpty() || isHelp(args.first()) || args.first() == QLatin1String("help")) {
         printHelp(out);
         return args.isEmpty() ? 2 : 0;
     }
@@ -46,6 +81,11 @@ int main(int argc, char *argv[])
     for (const auto &command : cli::commands()) {
         if (command.name != name)
             continue;
+        // Asking for help never opens the library nor runs the command.
+        if (std::any_of(args.cbegin(), args.cend(), isHelp)) {
+            printCommandHelp(out, command);
+            return 0;
+        }
         std::unique_ptr<AppDelegate> app;
         if (command.needsApp) {
             AppDelegate::Options options;

@@ -52,5 +52,13 @@ ApplicationWindow {
             stack.pop()
     }
 
+    // A short notice over whichever page is shown, so it survives the
+    // navigation that follows a save: showNotice(text[, actionText, handler]).
+    function showNotice(text, actionText, handler) {
+        toast.show(text, actionText, handler)
+    }
+
+    Toast { id: toast }
+
     readonly property alias pageStack: stack
 }

@@ -9,33 +9,77 @@
 #include <QQmlContext>
 #include <QQuickStyle>
 
-int main(int argc, char *argv[])
-{
-    QGuiApplication app(argc, argv);
-    QGuiApplication::setApplicationName(QStringLiteral("Tomewise"));
-    QGuiApplication::setOrganizationName(QStringLiteral("Tomewise"));
+#include <cstring>
 
-    QCommandLineParser parser;
+namespace {
+
+struct Options
+{
+    QCommandLineOption dataDir{QStringLiteral("data-dir"),
+                               QStringLiteral("Folder of the store and settings (default: $TOMEWISE_DATA_DIR or the app-data folder)."),
+                               QStringLiteral("DIR")};
+    QCommandLineOption selfTest{QStringLiteral("self-test"),
+                                QStringLiteral("Load every page offscreen; exit 1 on any QML warning.")};
+};
+
+void describe(QCommandLineParser &parser, const Options &options)
+{
     parser.setApplicationDescription(QStringLiteral("Tomewise, a personal reading log"));
     parser.addHelpOption();
-    QCommandLineOption dataDir(QStringLiteral("data-dir"),
-                               QStringLiteral("Folder of the store and settings (default: $TOMEWISE_DATA_DIR or the app-data folder)."),
-                               QStringLiteral("DIR"));
-    QCommandLineOption selfTest(QStringLiteral("self-test"),
-                                QStringLiteral("Load every page offscreen; exit 1 on any QML warning."));
-    parser.addOption(dataDir);
-    parser.addOption(selfTest);
+    parser.addVersionOption();
+    parser.addOption(options.dataDir);
+    parser.addOption(options.selfTest);
+}
+
+bool asksForHelpOrVersion(int argc, char *argv[])
+{
+    for (int i = 1; i < argc; ++i) {
+        for (const char *flag : {"-h", "--help", "-?", "--help-all", "-v", "--version"}) {
+            if (std::strcmp(argv[i], flag) == 0)
+                return true;
+        }
+    }
+    return false;
+}
+
+void nameApplication()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("Tomewise"));
+    QCoreApplication::setOrganizationName(QStringLiteral("Tomewise"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TOMEWISE_VERSION));
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    Options options;
+    // Help and version need no window, so they answer before the GUI looks
+    // for a display (where there is none, it would abort).
+    if (asksForHelpOrVersion(argc, argv)) {
+        QCoreApplication core(argc, argv);
+        nameApplication();
+        QCommandLineParser parser;
+        describe(parser, options);
+        parser.process(core); // prints and exits
+        return 0;
+    }
+
+    QGuiApplication app(argc, argv);
+    nameApplication();
+    QCommandLineParser parser;
+    describe(parser, options);
     parser.process(app);
 
     QQuickStyle::setStyle(QStringLiteral("Material"));
     tomewise::registerQmlTypes();
 
-    if (parser.isSet(selfTest))
+    if (parser.isSet(options.selfTest))
         return tomewise::runSelfTest();
 
-    tomewise::AppDelegate::Options options;
-    options.dataDirectory = parser.value(dataDir);
-    tomewise::AppDelegate delegate(std::move(options));
+    tomewise::AppDelegate::Options delegateOptions;
+    delegateOptions.dataDirectory = parser.value(options.dataDir);
+    tomewise::AppDelegate delegate(std::move(delegateOptions));
     QObject::connect(&app, &QGuiApplication::aboutToQuit, &delegate, &tomewise::AppDelegate::applicationWillTerminate);
 
     QQmlApplicationEngine engine;

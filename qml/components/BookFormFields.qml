@@ -16,6 +16,10 @@ Flickable {
     clip: true
     ScrollIndicator.vertical: ScrollIndicator {}
 
+    function focusTitle() {
+        titleField.input.forceActiveFocus()
+    }
+
     Connections {
         target: fields.form
         function onDocumentPickerRequested() { fileDialog.open() }
@@ -60,6 +64,7 @@ Flickable {
             form: fields.form
         }
         FormField {
+            id: titleField
             objectName: "bookNameTextField"
             label: "Book Name"
             mandatory: true

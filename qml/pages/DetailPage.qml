@@ -15,14 +15,22 @@ ScreenPage {
         appDelegate: page.appDelegate
         onNavigate: target => page.openPage(target)
         onUnwind: name => page.unwind(name)
+        onBack: page.ApplicationWindow.window.back()
+        onNotice: text => page.ApplicationWindow.window.showNotice(text)
     }
     Component.onCompleted: ctl.viewDidLoad()
     StackView.onActivating: ctl.viewWillAppear()
 
-    // The back arrow asks the screen where it returns to.
+    // The back arrow asks the screen: edits not saved are confirmed first,
+    // then it says where it returns to.
     function goBack() {
-        if (!ctl.BackButtonTapped())
-            ApplicationWindow.window.back()
+        ctl.leaveScreen()
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Save]
+        enabled: page.StackView.status === StackView.Active
+        onActivated: ctl.UpdateBook()
     }
 
     barActions: Component {

@@ -15,9 +15,24 @@ ScreenPage {
         appDelegate: page.appDelegate
         onNavigate: target => page.openPage(target)
         onUnwind: name => page.unwind(name)
+        onNotice: text => page.ApplicationWindow.window.showNotice(text)
     }
     Component.onCompleted: ctl.viewDidLoad()
     StackView.onActivating: ctl.viewWillAppear()
+    // The title is typed first; coming back from a reference list keeps the focus where it was.
+    property bool titleFocused: false
+    StackView.onActivated: {
+        if (!titleFocused) {
+            titleFocused = true
+            formFields.focusTitle()
+        }
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Save]
+        enabled: page.StackView.status === StackView.Active
+        onActivated: ctl.SaveNewBook()
+    }
 
     barActions: Component {
         ToolButton {
@@ -30,6 +45,7 @@ ScreenPage {
     }
 
     BookFormFields {
+        id: formFields
         anchors.fill: parent
         form: ctl
     }

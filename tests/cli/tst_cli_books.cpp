@@ -19,10 +19,10 @@ private:
         QString out;
         QString err;
     };
-    Run cli(const QStringList &args)
+    Run cli(const QStringList &args, const QString &dataDir = QString())
     {
         QProcess p;
-        p.start(QStringLiteral(TOMEWISE_CLI), QStringList{"--data-dir", m_dir.path()} + args);
+        p.start(QStringLiteral(TOMEWISE_CLI), QStringList{"--data-dir", dataDir.isEmpty() ? m_dir.path() : dataDir} + args);
         p.waitForFinished(60000);
         return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
     }
@@ -60,6 +60,28 @@ private Q_SLOTS:
         QCOMPARE(cli({"book", "delete", "--sort", "author", "--search", "austen", "--index", "0"}).status, 0);
         QVERIFY(cli({"books"}).out.startsWith("1 Book\n"));
         QCOMPARE(cli({"book", "delete", "--index", "5"}).status, 1);
+    }
+
+    void dateOption_data()
+    {
+        QTest::addColumn<QString>("date");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("dt"); // as stored
+        QTest::newRow("the form's text") << "Mar 4, 2021" << 0 << "Mar 4, 2021";
+        QTest::newRow("YYYY-MM-DD, as picked") << "2024-03-05" << 0 << "March 5, 2024";
+        QTest::newRow("no such day") << "2024-02-30" << 2 << "";
+    }
+    void dateOption()
+    {
+        QFETCH(QString, date);
+        QFETCH(int, status);
+        QFETCH(QString, dt);
+        QTemporaryDir dir;
+        QCOMPARE(cli({"book", "add", "--title", "Dune", "--author", "Frank Herbert", "--date", date}, dir.path()).status,
+                 status);
+        const QJsonArray books = QJsonDocument::fromJson(cli({"store", "dump", "Books"}, dir.path()).out.toUtf8()).array();
+        QCOMPARE(books.size(), status ? 0 : 1);
+        QCOMPARE(books.at(0).toObject().value("dt").toString(), dt);
     }
 
     void showAndEditThroughTheDetailScreen()

@@ -2,7 +2,8 @@ import QtQuick
 import QtTest
 
 // The ISBN look-up on the Add Book form, then the book in the list and on
-// its detail screen: edit, share, and back to the list.
+// its detail screen: edit, the question on leaving unsaved, Ctrl+S, share,
+// and back to the list; each save leaves a notice.
 TestCase {
     id: test
     name: "DetailPages"
@@ -25,18 +26,24 @@ TestCase {
         tryCompare(page(), "title", title)
         wait(400)
     }
-    function closeAlert() {
+    function closeAlert(button) {
         const alert = findChild(page(), "alert")
         tryCompare(alert, "opened", true)
         const texts = [alert.title, alert.message]
-        mouseClick(findChild(alert.footer, "alertButton_OK"))
+        mouseClick(findChild(alert.footer, "alertButton_" + (button || "OK")))
         tryCompare(alert, "visible", false)
         return texts
+    }
+    function expectNotice(text) {
+        const toast = findChild(window.contentItem, "toast")
+        tryCompare(toast, "shown", true)
+        compare(toast.text, text)
     }
 
     function test_1_lookUpFillsTheFormOnTheSecondDoubleTap() {
         window.openPage("NewBook")
         arrive("Add Book")
+        verify(field("bookNameTextField").input.activeFocus)
         const isbn = field("ISBNTextField").input
         mouseClick(isbn)
         isbn.forceActiveFocus()
@@ -64,6 +71,8 @@ TestCase {
         shots.save(window, "form-filled-cover")
         mouseClick(findChild(window.header, "saveButton"))
         arrive("Tomewise")
+        expectNotice("Saved \u201CGood Omens\u201D")
+        shots.save(window, "saved-notice")
     }
 
     function test_2_detailFromTheList() {
@@ -93,7 +102,17 @@ TestCase {
         keyClick(Qt.Key_End)
         for (const c of " (Edited)")
             keyClick(c)
-        mouseClick(findChild(window.header, "saveButton"))
+        mouseClick(findChild(window.header, "backButton"))
+        wait(200)
+        shots.save(window, "detail-discard-question")
+        compare(closeAlert("No")[0], "Discard changes?")
+        compare(page().title, "Book Detail")
+        title.forceActiveFocus()
+        keyClick(Qt.Key_S, Qt.ControlModifier)
+        tryCompare(page().controller, "hasPendingChanges", false)
+        expectNotice("Saved \u201CGood Omens (Edited)\u201D")
+        wait(200)
+        shots.save(window, "detail-saved-notice")
 
         mouseClick(findChild(window.header, "shareButton"))
         const sheet = findChild(page(), "shareSheet")
