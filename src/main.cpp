@@ -2,6 +2,7 @@
 #include "app/appdelegate.h"
 #include "app/qmltypes.h"
 #include "app/selftest.h"
+#include "feedback/reviewservice.h"
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
@@ -36,6 +37,7 @@ int main(int argc, char *argv[])
     tomewise::AppDelegate::Options options;
     options.dataDirectory = parser.value(dataDir);
     tomewise::AppDelegate delegate(std::move(options));
+    delegate.setReviewService(std::make_unique<tomewise::ReviewService>(delegate));
     QObject::connect(&app, &QGuiApplication::aboutToQuit, &delegate, &tomewise::AppDelegate::applicationWillTerminate);
 
     QQmlApplicationEngine engine;
