@@ -37,8 +37,8 @@ int main(int argc, char *argv[])
     tomewise::AppDelegate::Options options;
     options.dataDirectory = parser.value(dataDir);
     tomewise::AppDelegate delegate(std::move(options));
-    delegate.setReviewService(std::make_unique<tomewise::ReviewService>(delegate));
     QObject::connect(&app, &QGuiApplication::aboutToQuit, &delegate, &tomewise::AppDelegate::applicationWillTerminate);
+    delegate.setReviewService(std::make_unique<tomewise::ReviewService>(delegate));
 
     QQmlApplicationEngine engine;
     tomewise::installImageProviders(engine, delegate);
