@@ -26,7 +26,7 @@ const QList<PageDirectory::Page> &PageDirectory::pages()
         {"ImportExport", "ImportExportPage.qml", "Import / Export"},
         {"Export", "ExportPage.qml", "Export"},
         {"Import", "ImportPage.qml", "Import"},
-        {"RateShare", nullptr, "Rate & Share"},
+        {"RateShare", "RateSharePage.qml", "Rate & Share"},
     };
     return list;
 }

@@ -22,6 +22,7 @@
 #include "entry/coverview.h"
 #include "entry/detailviewcontroller.h"
 #include "entry/newbookviewcontroller.h"
+#include "feedback/ratesharetableviewcontroller.h"
 
 #include <QQmlEngine>
 
@@ -63,6 +64,7 @@ void registerQmlTypes()
     qmlRegisterType<ListStyleTableViewController>(uri, 1, 0, "ListStyleTableViewController");
     qmlRegisterUncreatableType<ListStyleModel>(uri, 1, 0, "ListStyleModel", QStringLiteral("Owned by its list"));
     qmlRegisterType<CoverView>(uri, 1, 0, "CoverView");
+    qmlRegisterType<RateShareTableViewController>(uri, 1, 0, "RateShareTableViewController");
 }
 
 void installImageProviders(QQmlEngine &engine, AppDelegate &delegate)
