@@ -16,10 +16,16 @@ ScreenPage {
         { target: "GenreGroup", title: "Genre", icon: "category" },
         { target: "RatingGroup", title: "Rating", icon: "star_rate" },
         { target: "SeriesGroup", title: "Series", icon: "collections_bookmark" },
-        { target: "YearGroup", title: "Year Published", icon: "history_edu" },
-        { target: "DateReadGroup", title: "Year Read", icon: "event" }
+        { target: "YearGroup", title: "Year\nPublished", icon: "history_edu" },
+        { target: "DateReadGroup", title: "Year\nRead", icon: "event" }
     ]
-    readonly property Item current: tabs.itemAt(tabBar.currentIndex) ? tabs.itemAt(tabBar.currentIndex).item : null
+    property Item current: null
+    function showCurrent() {
+        const loader = tabs.itemAt(tabBar.currentIndex)
+        page.current = loader ? loader.item : null
+        if (page.current)
+            page.current.ctl.viewWillAppear()
+    }
     property alias tabBar: tabBar
 
     StackView.onActivating: if (page.current) page.current.ctl.viewWillAppear()
@@ -80,6 +86,7 @@ ScreenPage {
                     required property int index
                     // A summary loads when its tab is first chosen.
                     active: tabBar.currentIndex === index || item !== null
+                    onLoaded: if (index === tabBar.currentIndex) page.showCurrent()
                     sourceComponent: GroupSummaryPage {
                         appDelegate: page.appDelegate
                         summaryTarget: modelData.target
@@ -94,13 +101,16 @@ ScreenPage {
             objectName: "tabBar"
             Layout.fillWidth: true
             position: TabBar.Footer
-            onCurrentIndexChanged: if (page.current) page.current.ctl.viewWillAppear()
+            onCurrentIndexChanged: page.showCurrent()
             Repeater {
                 model: page.summaries
                 TabButton {
                     required property var modelData
                     objectName: "tab_" + modelData.target
-                    width: implicitWidth
+                    // All seven fit a phone's width; the two year tabs take two lines.
+                    width: Math.max(implicitWidth, page.width / page.summaries.length)
+                    leftPadding: 2
+                    rightPadding: 2
                     text: modelData.title
                     display: AbstractButton.TextUnderIcon
                     icon.source: ""
@@ -116,7 +126,9 @@ ScreenPage {
                         Label {
                             Layout.alignment: Qt.AlignHCenter
                             text: modelData.title
-                            font.pixelSize: 12
+                            horizontalAlignment: Text.AlignHCenter
+                            lineHeight: 0.85
+                            font.pixelSize: 11
                             color: parent.parent.checked ? Theme.accent : Theme.muted
                         }
                     }
