@@ -59,6 +59,12 @@ ScreenPage {
                     objectName: "sortMenu"
                     title: "..."
                     y: menuButton.height
+                    background: Rectangle {
+                        implicitWidth: 200
+                        color: "white"
+                        radius: 4
+                        border.color: "#d0ccc8"
+                    }
                     MenuItem { text: "Sort by"; enabled: false }
                     Repeater {
                         model: page.ctl.sortActions
