@@ -34,6 +34,7 @@ Item {
     Component { id: dateReadScreen; DateReadTableViewController {} }
 
     Component.onCompleted: ctl.viewDidLoad()
+    Binding { target: summary.ctl; property: "chartShown"; value: summary.showChart }
     Connections {
         target: summary.ctl
         function onNavigate(target) { summary.openBreakdown(target) }

@@ -55,7 +55,7 @@ std::optional<QList<GroupValueCount>> GroupCounts::values(const GroupKindInfo &k
     } else {
         sql += QStringLiteral(" AND %1 <> ''").arg(attribute);
     }
-    sql += QStringLiteral(" GROUP BY %1").arg(attribute);
+    sql += QStringLiteral(" GROUP BY %1 ORDER BY %1").arg(attribute);
     QSqlQuery *q = run(sql, binds, error);
     if (!q)
         return std::nullopt;

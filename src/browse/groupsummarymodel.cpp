@@ -15,13 +15,29 @@ void GroupSummaryModel::setRows(const QStringList &values)
 void GroupSummaryModel::setCounts(QHash<QString, qint64> counts)
 {
     m_counts = std::move(counts);
+    countsChanged();
+}
+
+void GroupSummaryModel::forgetCounts()
+{
+    m_counts.clear();
+    countsChanged();
+}
+
+void GroupSummaryModel::countsChanged()
+{
     if (!m_values.isEmpty())
         Q_EMIT dataChanged(index(0), index(int(m_values.size()) - 1), {CountRole});
 }
 
 qint16 GroupSummaryModel::countOf(const QString &value) const
 {
-    const qint64 n = m_counts.value(value);
+    auto it = m_counts.constFind(value);
+    if (it == m_counts.constEnd()) {
+        const auto counted = m_counter ? m_counter(value) : std::nullopt;
+        it = m_counts.insert(value, counted.value_or(0));
+    }
+    const qint64 n = *it;
     if (n < std::numeric_limits<qint16>::min() || n > std::numeric_limits<qint16>::max())
         qFatal("The count of %s (%lld) does not fit 16 bits", qPrintable(value), static_cast<long long>(n));
     return qint16(n);

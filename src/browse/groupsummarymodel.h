@@ -4,9 +4,14 @@
 #include <QHash>
 #include <QStringList>
 
+#include <functional>
+#include <optional>
+
 namespace tomewise {
 
-// A summary's rows: the shown value texts and each one's book count.
+// A summary's rows: the shown value texts and each one's book count. A count
+// is asked of the store when its row is shown and kept until the counts are
+// forgotten; the summary hands in all of them at once when it has them.
 class GroupSummaryModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -14,12 +19,15 @@ class GroupSummaryModel : public QAbstractListModel
 
 public:
     enum Role { ValueRole = Qt::UserRole + 1, CountRole };
+    using Counter = std::function<std::optional<qint64>(const QString &)>;
 
     using QAbstractListModel::QAbstractListModel;
 
+    void setCounter(Counter counter) { m_counter = std::move(counter); }
     void setRows(const QStringList &values);
-    // New counts for the same rows; a value no book carries any more shows 0.
     void setCounts(QHash<QString, qint64> counts);
+    // The rows are shown again: each count is asked afresh.
+    void forgetCounts();
     // A row's count as shown: a count that does not fit 16 bits is fatal.
     qint16 countOf(const QString &value) const;
     const QStringList &rows() const { return m_values; }
@@ -32,8 +40,11 @@ Q_SIGNALS:
     void countChanged();
 
 private:
+    void countsChanged();
+
     QStringList m_values;
-    QHash<QString, qint64> m_counts;
+    Counter m_counter;
+    mutable QHash<QString, qint64> m_counts;
 };
 
 } // namespace tomewise

@@ -5,7 +5,6 @@
 #include <QVariantMap>
 
 #include <algorithm>
-#include <numeric>
 
 namespace tomewise {
 
@@ -18,8 +17,16 @@ GroupTableViewController::GroupTableViewController(GroupKind kind, AppDelegate *
 
 GroupCounts &GroupTableViewController::counts()
 {
-    if (!m_counts)
+    if (!m_counts) {
         m_counts.emplace(context(), app().dateText());
+        m_model.setCounter([this](const QString &value) {
+            QString error;
+            const auto n = m_counts->count(m_info, value, &error);
+            if (!n)
+                qCWarning(lcStore).noquote() << error;
+            return n;
+        });
+    }
     return *m_counts;
 }
 
@@ -31,8 +38,22 @@ void GroupTableViewController::viewDidLoad()
 
 void GroupTableViewController::viewWillAppear()
 {
-    if (m_sortAsc)
-        recount();
+    if (!m_sortAsc)
+        return;
+    if (m_chartShown && countAll())
+        updateChart();
+    else
+        m_model.forgetCounts();
+}
+
+void GroupTableViewController::setChartShown(bool shown)
+{
+    if (m_chartShown == shown)
+        return;
+    m_chartShown = shown;
+    if (shown)
+        countAll();
+    updateChart();
 }
 
 void GroupTableViewController::build()
@@ -48,47 +69,68 @@ void GroupTableViewController::build()
         return;
     }
     m_numberOfBooks = *books;
-    QHash<QString, qint64> counts;
+    QHash<QString, qint64> found;
+    found.reserve(values->size());
     m_list.clear();
     m_lowered.clear();
+    m_list.reserve(values->size());
     for (const auto &v : *values) {
         m_list << v.value;
-        m_lowered.insert(v.value, v.value.toLower());
-        counts.insert(v.value, v.count);
+        found.insert(v.value, v.count);
     }
     order(m_list);
-    m_model.setCounts(std::move(counts));
+    m_model.setCounts(std::move(found));
     filter();
 }
 
-void GroupTableViewController::recount()
+// Every count in one statement, for the chart that shows them all.
+bool GroupTableViewController::countAll()
 {
     QString error;
     const auto values = counts().values(m_info, &error);
     if (!values) {
         qCWarning(lcStore).noquote() << error;
-        return;
+        return false;
     }
-    QHash<QString, qint64> counts;
+    QHash<QString, qint64> found;
+    found.reserve(values->size());
     for (const auto &v : *values)
-        counts.insert(v.value, v.count);
-    m_model.setCounts(std::move(counts));
-    updateChart();
+        found.insert(v.value, v.count);
+    m_model.setCounts(std::move(found));
+    return true;
 }
 
 // Code-point order of the canonically composed texts, capitals before small
 // letters, so years sort as text ("950" after "1999").
 void GroupTableViewController::order(QStringList &values) const
 {
-    std::vector<std::pair<QList<uint>, QString>> keyed;
-    keyed.reserve(size_t(values.size()));
-    for (auto &v : values)
-        keyed.emplace_back(v.normalized(QString::NormalizationForm_C).toUcs4(), std::move(v));
-    std::stable_sort(keyed.begin(), keyed.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
+    // Below U+0300 every text is already composed and UTF-16 order is code-point
+    // order, so the store's own order of such texts stands.
+    const bool plain = std::all_of(values.cbegin(), values.cend(), [](const QString &v) {
+        return std::all_of(v.cbegin(), v.cend(), [](QChar c) { return c.unicode() < 0x300; });
+    });
+    if (plain) {
+        if (!std::is_sorted(values.cbegin(), values.cend()))
+            std::stable_sort(values.begin(), values.end());
+    } else {
+        std::vector<std::pair<QList<uint>, QString>> keyed;
+        keyed.reserve(size_t(values.size()));
+        for (auto &v : values)
+            keyed.emplace_back(v.normalized(QString::NormalizationForm_C).toUcs4(), std::move(v));
+        std::stable_sort(keyed.begin(), keyed.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
+        for (qsizetype i = 0; i < values.size(); ++i)
+            values[i] = std::move(keyed[size_t(i)].second);
+    }
     if (!sortAsc())
-        std::reverse(keyed.begin(), keyed.end());
-    for (qsizetype i = 0; i < values.size(); ++i)
-        values[i] = std::move(keyed[size_t(i)].second);
+        std::reverse(values.begin(), values.end());
+}
+
+const QString &GroupTableViewController::lowered(const QString &value)
+{
+    auto it = m_lowered.find(value);
+    if (it == m_lowered.end())
+        it = m_lowered.insert(value, value.toLower());
+    return *it;
 }
 
 void GroupTableViewController::filter()
@@ -99,7 +141,7 @@ void GroupTableViewController::filter()
         const QString needle = m_searchText.toLower();
         m_filtered.clear();
         for (const auto &v : std::as_const(m_list)) {
-            if (m_lowered.value(v).contains(needle))
+            if (lowered(v).contains(needle))
                 m_filtered << v;
         }
     }
@@ -177,7 +219,6 @@ void GroupTableViewController::selectValue(const QString &value)
 
 void GroupTableViewController::updateChart()
 {
-    const QStringList &shown = m_model.rows();
     QVariantList chart;
     int most = 0;
     auto bar = [&](const QString &value, qint64 n, bool other) {
@@ -185,26 +226,29 @@ void GroupTableViewController::updateChart()
         chart << QVariantMap{{QStringLiteral("value"), value}, {QStringLiteral("count"), n},
                              {QStringLiteral("other"), other}};
     };
-    if (timeline()) {
-        // A year per point, in the list's own order.
+    const QStringList &shown = m_model.rows();
+    if (!m_chartShown) {
+        // Nothing to draw while the list is shown.
+    } else if (timeline()) {
+        // A year per column, in the list's own order.
         for (const auto &v : shown)
             bar(v, m_model.countOf(v), false);
     } else {
         // The longest bars first; equal counts keep the list's order.
-        QList<qsizetype> rows(shown.size());
-        std::iota(rows.begin(), rows.end(), 0);
-        std::stable_sort(rows.begin(), rows.end(), [&](qsizetype a, qsizetype b) {
-            return m_model.countOf(shown[a]) > m_model.countOf(shown[b]);
-        });
+        std::vector<std::pair<qint64, qsizetype>> rows;
+        rows.reserve(size_t(shown.size()));
+        for (qsizetype i = 0; i < shown.size(); ++i)
+            rows.emplace_back(-qint64(m_model.countOf(shown[i])), i);
+        const auto top = rows.begin() + std::min<qsizetype>(kChartBars, shown.size());
+        std::partial_sort(rows.begin(), top, rows.end());
         qint64 rest = 0;
-        for (qsizetype i = 0; i < rows.size(); ++i) {
-            const QString &v = shown[rows[i]];
-            if (i < kChartBars)
-                bar(v, m_model.countOf(v), false);
+        for (auto it = rows.begin(); it != rows.end(); ++it) {
+            if (it < top)
+                bar(shown[it->second], -it->first, false);
             else
-                rest += m_model.countOf(v);
+                rest -= it->first;
         }
-        if (rows.size() > kChartBars)
+        if (shown.size() > kChartBars)
             bar(QStringLiteral("Other"), rest, true);
     }
     m_chart = chart;

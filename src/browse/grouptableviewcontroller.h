@@ -25,6 +25,7 @@ class GroupTableViewController : public ScreenController
     Q_PROPERTY(bool SortAsc READ sortAsc NOTIFY listChanged)
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
     Q_PROPERTY(QString header READ header NOTIFY listChanged)
+    Q_PROPERTY(bool chartShown READ chartShown WRITE setChartShown NOTIFY chartChanged)
     Q_PROPERTY(QVariantList chart READ chart NOTIFY chartChanged)
     Q_PROPERTY(int chartMax READ chartMax NOTIFY chartChanged)
     Q_PROPERTY(tomewise::GroupSummaryModel *model READ model CONSTANT)
@@ -44,6 +45,8 @@ public:
     QString searchText() const { return m_searchText; }
     void setSearchText(const QString &text);
     QString header() const;
+    bool chartShown() const { return m_chartShown; }
+    void setChartShown(bool shown);
     QVariantList chart() const { return m_chart; }
     int chartMax() const { return m_chartMax; }
     GroupSummaryModel *model() { return &m_model; }
@@ -74,8 +77,9 @@ private:
     void order(QStringList &values) const;
     void filter();
     void show();
-    void recount();
+    bool countAll();
     void updateChart();
+    const QString &lowered(const QString &value);
     GroupCounts &counts();
 
     const GroupKindInfo &m_info;
@@ -83,10 +87,11 @@ private:
     GroupSummaryModel m_model;
     QStringList m_list;       // FormatList, AuthorList ...
     QStringList m_filtered;   // FilteredFormatList ...
-    QHash<QString, QString> m_lowered; // each value's compared text
+    QHash<QString, QString> m_lowered; // each value's compared text, made by the first search
     qint64 m_numberOfBooks = 0;
     std::optional<bool> m_sortAsc;
     QString m_searchText;
+    bool m_chartShown = false;
     QVariantList m_chart;
     int m_chartMax = 0;
 };

@@ -166,6 +166,7 @@ private Q_SLOTS:
         for (const char *f : {"Paperback", "Hardcover", "Kindle", "Audio"})
             shelf(t, f, {{"bookFormat", f}});
         auto s = summaryOf(t, GroupKind::Format);
+        s->setChartShown(true);
         s->setSearchText(QStringLiteral("PAPER"));
         QCOMPARE(s->shownList(), QStringList{"Paperback"});
         QCOMPARE(s->header(), QStringLiteral("4 Formats"));
@@ -186,6 +187,8 @@ private Q_SLOTS:
                 shelf(t, QStringLiteral("b%1-%2").arg(g).arg(n), {{"category", QStringLiteral("G%1").arg(g, 2, 10, QChar(u'0'))}});
         }
         auto s = summaryOf(t, GroupKind::Genre);
+        QVERIFY(s->chart().isEmpty()); // drawn only when shown
+        s->setChartShown(true);
         const QVariantList chart = s->chart();
         QCOMPARE(chart.size(), 21);
         QCOMPARE(chart.first().toMap().value("value").toString(), QStringLiteral("G24"));
