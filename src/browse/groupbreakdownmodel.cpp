@@ -1,6 +1,7 @@
 #include "groupbreakdownmodel.h"
 
 #include "app/datetext.h"
+#include "browse/labeltemplate.h"
 
 #include <algorithm>
 
@@ -70,35 +71,15 @@ const Books &GroupBreakdownModel::book(int row) const
     return shown().at(row)->book;
 }
 
-QString GroupBreakdownModel::expand(const char *text, const Books &book) const
+QString GroupBreakdownModel::longDate(const Books &book) const
 {
-    const QString pattern = QLatin1String(text);
-    QString out;
-    qsizetype i = 0;
-    while (i < pattern.size()) {
-        const qsizetype open = pattern.indexOf(u'{', i);
-        if (open < 0) {
-            out += QStringView(pattern).mid(i);
-            break;
-        }
-        const qsizetype close = pattern.indexOf(u'}', open);
-        out += QStringView(pattern).mid(i, open - i);
-        const QStringView name = QStringView(pattern).mid(open + 1, close - open - 1);
-        if (name == u"dateRead") {
-            if (book.dateRead && m_dates) {
-                const qint64 key = book.dateRead->toSecsSinceEpoch();
-                auto it = m_dayTexts.find(key);
-                if (it == m_dayTexts.end())
-                    it = m_dayTexts.insert(key, m_dates->format(*book.dateRead, DateText::Style::Long));
-                out += *it;
-            }
-        } else if (const BooksAttribute *a = booksAttribute(name)) {
-            const QVariant v = attributeValue(book, *a);
-            out += a->type() == AttributeType::Integer ? QString::number(v.toInt()) : v.toString();
-        }
-        i = close + 1;
-    }
-    return out;
+    if (!book.dateRead || !m_dates)
+        return {};
+    const qint64 key = book.dateRead->toSecsSinceEpoch();
+    auto it = m_dayTexts.find(key);
+    if (it == m_dayTexts.end())
+        it = m_dayTexts.insert(key, m_dates->format(*book.dateRead, DateText::Style::Long));
+    return *it;
 }
 
 QStringList GroupBreakdownModel::labels(int row) const
@@ -108,7 +89,7 @@ QStringList GroupBreakdownModel::labels(int row) const
     for (const auto &label : m_kind.labels) {
         if (!label.outlet)
             break;
-        list << expand(label.text, b);
+        list << fillLabel(label.text, b, [&] { return longDate(b); });
     }
     return list;
 }

@@ -57,7 +57,7 @@ private:
     };
     using Rows = QList<std::shared_ptr<Row>>;
     const Rows &shown() const { return m_searching ? m_filtered : m_all; }
-    QString expand(const char *text, const Books &book) const;
+    QString longDate(const Books &book) const;
 
     const GroupKindInfo &m_kind;
     const DateText *m_dates = nullptr;
