@@ -196,7 +196,8 @@ ScreenPage {
                         color: "white"
                         font.pixelSize: 16
                     }
-                    TapHandler { onTapped: page.ctl.deleteRow(row.index) }
+                    // The delegate keeps the press; its swipe items hear a click this way.
+                    SwipeDelegate.onClicked: page.ctl.deleteRow(row.index)
                 }
             }
         }

@@ -1,5 +1,6 @@
 import QtQuick
 import QtTest
+import QtQuick.Controls
 import Tomewise
 
 // "List By Group": the tabs, a summary as a list and as a chart, a
@@ -138,6 +139,14 @@ TestCase {
         compare(findChild(page(), "sectionHeader").text, "# of Books: 1")
         wait(200)
         shots.save(window, "breakdown-search")
+
+        // Swipe and "delete": the book goes, and the count with it.
+        const row = rowAt(back, 0)
+        row.swipe.open(SwipeDelegate.Right)
+        tryCompare(row.swipe, "complete", true)
+        mouseClick(findChild(row, "deleteAction"))
+        tryCompare(back, "count", 0)
+        compare(findChild(page(), "sectionHeader").text, "# of Books: 0")
 
         window.back()
         tryCompare(page(), "title", "List By Group")
