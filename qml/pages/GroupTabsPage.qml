@@ -20,15 +20,16 @@ ScreenPage {
         { target: "DateReadGroup", title: "Year\nRead", icon: "event" }
     ]
     property Item current: null
-    function showCurrent() {
+    // A summary that was already loaded counts its rows afresh when shown again.
+    function showCurrent(appearing) {
         const loader = tabs.itemAt(tabBar.currentIndex)
         page.current = loader ? loader.item : null
-        if (page.current)
+        if (page.current && appearing)
             page.current.ctl.viewWillAppear()
     }
     property alias tabBar: tabBar
 
-    StackView.onActivating: if (page.current) page.current.ctl.viewWillAppear()
+    StackView.onActivating: showCurrent(true)
 
     ColumnLayout {
         anchors.fill: parent
@@ -86,7 +87,7 @@ ScreenPage {
                     required property int index
                     // A summary loads when its tab is first chosen.
                     active: tabBar.currentIndex === index || item !== null
-                    onLoaded: if (index === tabBar.currentIndex) page.showCurrent()
+                    onLoaded: if (index === tabBar.currentIndex) page.showCurrent(false)
                     sourceComponent: GroupSummaryPage {
                         appDelegate: page.appDelegate
                         summaryTarget: modelData.target
@@ -101,7 +102,7 @@ ScreenPage {
             objectName: "tabBar"
             Layout.fillWidth: true
             position: TabBar.Footer
-            onCurrentIndexChanged: page.showCurrent()
+            onCurrentIndexChanged: page.showCurrent(true)
             Repeater {
                 model: page.summaries
                 TabButton {
