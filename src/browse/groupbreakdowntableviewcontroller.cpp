@@ -51,10 +51,19 @@ void GroupBreakdownTableViewController::viewDidLoad()
     m_model.setCoverCheck([this](qint64 pk) { return counts().hasCover(pk); });
     m_sortAsc = false;
     fetch();
+    m_justLoaded = true;
 }
 
 void GroupBreakdownTableViewController::viewWillAppear()
 {
+    // Shown right after loading: nothing can have changed and no sort is
+    // chosen yet, so the fetch would bring the same rows; only the flip counts.
+    if (m_justLoaded) {
+        m_justLoaded = false;
+        m_sortAsc = !*m_sortAsc;
+        Q_EMIT sortChanged();
+        return;
+    }
     fetch();
 }
 
@@ -88,6 +97,7 @@ void GroupBreakdownTableViewController::fetch()
 {
     if (!m_sortAsc)
         qFatal("The breakdown fetched before its view had loaded");
+    m_justLoaded = false;
     m_sortAsc = !*m_sortAsc;
     Q_EMIT sortChanged();
     m_bookCount = 0;
@@ -141,6 +151,7 @@ void GroupBreakdownTableViewController::selectRow(int row)
 {
     if (row < 0 || row >= m_model.rowCount())
         return;
+    m_justLoaded = false;
     const Books &b = m_model.book(row);
     Books &current = app().state().currentBook;
     current.pk = b.pk;
@@ -164,6 +175,7 @@ void GroupBreakdownTableViewController::deleteRow(int row)
 {
     if (row < 0 || row >= m_model.rowCount())
         return;
+    m_justLoaded = false;
     logIfFailed(context().deleteBook(m_model.book(row).pk));
     app().saveContext();
     if (!m_model.searching())

@@ -75,6 +75,7 @@ private:
     std::optional<QString> m_sortName;
     QString m_searchText;
     qint64 m_bookCount = 0;
+    bool m_justLoaded = false;
 };
 
 } // namespace tomewise
