@@ -1,6 +1,7 @@
 #include "liststylemodel.h"
 
 #include "app/datetext.h"
+#include "browse/labeltemplate.h"
 
 #include <QHash>
 
@@ -82,34 +83,7 @@ const Books &ListStyleModel::book(int row) const
 
 QString ListStyleModel::expand(const char *pattern, const Row &row) const
 {
-    const QString p = QLatin1String(pattern);
-    QString out;
-    qsizetype i = 0;
-    while (i < p.size()) {
-        const qsizetype open = p.indexOf(u'{', i);
-        if (open < 0) {
-            out += QStringView(p).mid(i);
-            break;
-        }
-        out += QStringView(p).mid(i, open - i);
-        const qsizetype close = p.indexOf(u'}', open);
-        const QStringView token = QStringView(p).mid(open + 1, close - open - 1);
-        const qsizetype bar = token.indexOf(u'|');
-        const QStringView name = bar < 0 ? token : token.left(bar);
-        if (name == u"dateRead") {
-            out += row.dateMedium;
-        } else if (const BooksAttribute *a = booksAttribute(name)) {
-            const QVariant v = attributeValue(row.book, *a);
-            if (!v.isValid() && bar >= 0)
-                out += token.mid(bar + 1);
-            else if (a->type() == AttributeType::Integer)
-                out += QString::number(v.toInt());
-            else
-                out += v.toString();
-        }
-        i = close + 1;
-    }
-    return out;
+    return fillLabel(pattern, row.book, [&row] { return row.dateMedium; });
 }
 
 QString ListStyleModel::label(int row, int slot) const
