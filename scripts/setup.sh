@@ -21,7 +21,7 @@ packages=(
   qt6-multimedia-dev qml6-module-qtmultimedia
   libqt6sql6-sqlite libicu-dev libjpeg-dev libzxing-dev zint
   fonts-liberation2 fonts-material-design-icons-iconfont
-  sqlite3 libjpeg-turbo-progs xdg-utils
+  sqlite3 libjpeg-turbo-progs xdg-utils poppler-utils
 )
 
 missing=()

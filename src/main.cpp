@@ -5,7 +5,7 @@
 #include "feedback/reviewservice.h"
 
 #include <QCommandLineParser>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QQmlApplicationEngine>
 #include <QQmlContext>
 #include <QQuickStyle>
@@ -66,7 +66,8 @@ int main(int argc, char *argv[])
         return 0;
     }
 
-    QGuiApplication app(argc, argv);
+    // Widgets only for the desktop's print dialog; the screens are Qt Quick.
+    QApplication app(argc, argv);
     nameApplication();
     QCommandLineParser parser;
     describe(parser, options);

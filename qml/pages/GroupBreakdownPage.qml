@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Dialogs
 import QtQuick.Layouts
 import Tomewise
 import "../components"
@@ -78,24 +79,133 @@ ScreenPage {
                     }
                 }
             }
+            // Printing and sharing need books to show.
             ToolButton {
                 objectName: "PrintButton"
-                contentItem: Icon { name: "print"; color: "white" }
+                enabled: page.ctl.canShare && !page.ctl.busy
+                contentItem: Icon { name: "print"; color: "white"; opacity: parent.enabled ? 1 : 0.4 }
                 onClicked: page.ctl.PrintButtonTapped()
                 Accessible.name: "Print"
             }
             ToolButton {
+                id: shareButton
                 objectName: "ShareButton"
-                contentItem: Icon { name: "share"; color: "white" }
-                onClicked: page.ctl.ShareButtonTapped()
+                enabled: page.ctl.canShare && !page.ctl.busy
+                contentItem: Icon { name: "share"; color: "white"; opacity: parent.enabled ? 1 : 0.4 }
+                onClicked: shareMenu.open()
                 Accessible.name: "Share"
+                Menu {
+                    id: shareMenu
+                    objectName: "shareMenu"
+                    y: shareButton.height
+                    x: shareButton.width - width
+                    background: Rectangle {
+                        implicitWidth: 200
+                        color: "white"
+                        radius: 4
+                        border.color: "#d0ccc8"
+                    }
+                    MenuItem { objectName: "sharePdf"; text: "Share PDF List"; onTriggered: page.ctl.ShareButtonTapped() }
+                    MenuItem { objectName: "shareMessage"; text: "Text Message"; onTriggered: page.ctl.TextMessageButtonTapped() }
+                    MenuItem {
+                        objectName: "shareMail"
+                        text: "Mail"
+                        visible: page.ctl.offersMail
+                        height: visible ? implicitHeight : 0
+                        onTriggered: page.ctl.MailButtonTapped()
+                    }
+                }
             }
         }
+    }
+
+    // The desktop's share sheet for the PDF list: open it or save a copy.
+    Connections {
+        target: page.appDelegate.platform
+        function onShareRequested(text, image, files) {
+            if (files.length > 0 && page.StackView.status === StackView.Active) {
+                fileSheet.file = files[0]
+                fileSheet.open()
+            }
+        }
+    }
+    Dialog {
+        id: fileSheet
+        property url file
+        property bool chosen: false
+        objectName: "fileSheet"
+        modal: true
+        title: "Share"
+        anchors.centerIn: Overlay.overlay
+        width: page.width - 32
+        onAboutToShow: chosen = false
+        onClosed: if (!chosen) page.ctl.shareCompleted("", false)
+        contentItem: Label {
+            text: fileSheet.file.toString().split("/").pop()
+            wrapMode: Text.WrapAnywhere
+        }
+        footer: DialogButtonBox {
+            Button {
+                objectName: "fileOpenButton"
+                text: "Open"
+                flat: true
+                onClicked: {
+                    fileSheet.chosen = true
+                    Qt.openUrlExternally(fileSheet.file)
+                    page.ctl.shareCompleted("Open", true)
+                    fileSheet.close()
+                }
+            }
+            Button {
+                objectName: "fileSaveButton"
+                text: "Save As…"
+                flat: true
+                onClicked: {
+                    fileSheet.chosen = true
+                    saveDialog.selectedFile = fileSheet.file
+                    fileSheet.close()
+                    saveDialog.open()
+                }
+            }
+            Button { text: "Close"; flat: true; DialogButtonBox.buttonRole: DialogButtonBox.RejectRole }
+        }
+    }
+    FileDialog {
+        id: saveDialog
+        objectName: "saveDialog"
+        title: "Save PDF List"
+        fileMode: FileDialog.SaveFile
+        nameFilters: ["PDF files (*.pdf)"]
+        onAccepted: {
+            if (page.ctl.saveCopy(fileSheet.file, selectedFile))
+                page.ctl.shareCompleted("SaveToFiles", true)
+        }
+        onRejected: page.ctl.shareCompleted("", false)
     }
 
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            Layout.leftMargin: 8
+            Layout.rightMargin: 8
+            visible: page.ctl.busy
+            spacing: 0
+            ProgressBar {
+                objectName: "pdfProgress"
+                Layout.fillWidth: true
+                value: page.ctl.progress
+            }
+            Label {
+                objectName: "pdfProgressText"
+                Layout.alignment: Qt.AlignHCenter
+                text: page.ctl.progressText
+                color: Theme.muted
+                font.pixelSize: 12
+            }
+        }
 
         TextField {
             objectName: "searchBar"

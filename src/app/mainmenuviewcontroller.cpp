@@ -114,6 +114,10 @@ void MainMenuViewController::prepareForSegue(const QString &identifier)
 {
     if (identifier == QLatin1String("ListStyle"))
         app().state().setListMode(QStringLiteral("List"));
+    // A breakdown or a list tap may have set it since the menu loaded; the
+    // menu's report is always the complete list.
+    if (identifier == QLatin1String("PrintReport"))
+        app().state().setCallingScreen(QStringLiteral("MainMenu"));
     if (identifier == QLatin1String("TabBarController")) {
         m_navigationBarHidden = true;
         Q_EMIT navigationBarHiddenChanged();

@@ -18,7 +18,7 @@ const QList<PageDirectory::Page> &PageDirectory::pages()
         {"DateReadBreakdown", "GroupBreakdownPage.qml", "Date Read"},
         {"NewBook", "NewBookPage.qml", "Add Book"},
         {"Detail", "DetailPage.qml", "Book Detail"},
-        {"PrintReport", nullptr, "Print Report"},
+        {"PrintReport", "PrintReportPage.qml", "Print Report"},
         {"DefaultSettings", "DefaultsPage.qml", "Default Settings"},
         {"ReferenceList", "ReferenceListPage.qml", "Reference List"},
         {"GenreReferenceList", "ReferenceTablePage.qml", "Genre List"},

@@ -17,6 +17,7 @@
 #include "reference/seriesreferencelisttableviewcontroller.h"
 #include "exchange/exportviewcontroller.h"
 #include "exchange/importviewcontroller.h"
+#include "exchange/printgroupbybooksviewcontroller.h"
 #include "browse/coverimageprovider.h"
 #include "browse/authorgrouptableviewcontroller.h"
 #include "browse/formatgrouptableviewcontroller.h"
@@ -72,6 +73,7 @@ void registerQmlTypes()
     qmlRegisterType<EditNewSeriesViewController>(uri, 1, 0, "EditNewSeriesViewController");
     qmlRegisterType<ExportViewController>(uri, 1, 0, "ExportViewController");
     qmlRegisterType<ImportViewController>(uri, 1, 0, "ImportViewController");
+    qmlRegisterType<PrintGroupByBooksViewController>(uri, 1, 0, "PrintGroupByBooksViewController");
     qmlRegisterUncreatableType<BookForm>(uri, 1, 0, "BookForm", QStringLiteral("Base of the book forms"));
     qmlRegisterType<NewBookViewController>(uri, 1, 0, "NewBookViewController");
     qmlRegisterType<DetailViewController>(uri, 1, 0, "DetailViewController");

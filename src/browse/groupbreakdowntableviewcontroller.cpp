@@ -1,6 +1,13 @@
 #include "groupbreakdowntableviewcontroller.h"
 
 #include "app/log.h"
+#include "browse/pdflistbuilder.h"
+#include "browse/textmessagegate.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QTimer>
+#include <QUrl>
 
 namespace tomewise {
 
@@ -12,6 +19,8 @@ GroupBreakdownTableViewController::GroupBreakdownTableViewController(GroupKind k
 {
     connect(&m_model, &GroupBreakdownModel::countChanged, this, &GroupBreakdownTableViewController::headerChanged);
 }
+
+GroupBreakdownTableViewController::~GroupBreakdownTableViewController() = default;
 
 GroupCounts &GroupBreakdownTableViewController::counts()
 {
@@ -181,6 +190,169 @@ void GroupBreakdownTableViewController::deleteRow(int row)
     if (!m_model.searching())
         --m_bookCount;
     m_model.removeShownRow(row);
+}
+
+void GroupBreakdownTableViewController::PrintButtonTapped()
+{
+    if (!canShare())
+        return;
+    app().state().setCallingScreen(QLatin1String(m_info.callingScreen));
+    Q_EMIT navigate(QStringLiteral("PrintReport"));
+}
+
+QString GroupBreakdownTableViewController::pdfFilePath() const
+{
+    return PdfListBuilder::filePath(m_info);
+}
+
+QList<Books> GroupBreakdownTableViewController::shownBooks() const
+{
+    QList<Books> books;
+    books.reserve(m_model.rowCount());
+    for (int row = 0; row < m_model.rowCount(); ++row)
+        books.append(m_model.book(row));
+    return books;
+}
+
+double GroupBreakdownTableViewController::progress() const
+{
+    return m_pdf ? m_pdf->progress() : 0;
+}
+
+QString GroupBreakdownTableViewController::progressText() const
+{
+    return m_pdf ? m_pdf->progressText() : QString();
+}
+
+void GroupBreakdownTableViewController::ShareButtonTapped()
+{
+    startPdf(AfterPdf::Share);
+}
+
+void GroupBreakdownTableViewController::TextMessageButtonTapped()
+{
+    if (!app().platform().canSendText()) {
+        showAlert(QLatin1String(kCantSendTextTitle), QLatin1String(kCantSendTextMessage));
+        return;
+    }
+    startPdf(AfterPdf::Message);
+}
+
+void GroupBreakdownTableViewController::MailButtonTapped()
+{
+    if (!offersMail())
+        return;
+    if (!app().platform().canSendMail()) {
+        qCWarning(lcBrowse).noquote() << "Error sending mail: " + QStringLiteral("Mail services are not available.");
+        return;
+    }
+    startPdf(AfterPdf::Mail);
+}
+
+void GroupBreakdownTableViewController::startPdf(AfterPdf after)
+{
+    if (m_pdf || !canShare())
+        return;
+    m_afterPdf = after;
+    m_pdf = std::make_unique<PdfListBuilder>(m_info, shownBooks(), context());
+    Q_EMIT progressChanged();
+    buildNextPdfBatch();
+}
+
+void GroupBreakdownTableViewController::buildNextPdfBatch()
+{
+    QString error;
+    const auto result = m_pdf->step(PdfListBuilder::kBatch, pdfFilePath(), &error);
+    if (result == PdfListBuilder::Step::More) {
+        Q_EMIT progressChanged();
+        // Back to the event loop between pieces, so the screen stays live.
+        QTimer::singleShot(0, this, [this] { buildNextPdfBatch(); });
+        return;
+    }
+    finishPdf(result == PdfListBuilder::Step::Done, error);
+}
+
+void GroupBreakdownTableViewController::finishPdf(bool written, const QString &error)
+{
+    const QString path = pdfFilePath();
+    m_pdf.reset();
+    Q_EMIT progressChanged();
+    if (written)
+        qCInfo(lcBrowse).noquote() << "wrote PDF file with multiple pages to: " + path;
+    else
+        qCWarning(lcBrowse).noquote() << "Could not create PDF file:" + error;
+    // The sheet is offered even after a failed write, with whatever file is there.
+    const QUrl file = QUrl::fromLocalFile(path);
+    PlatformServices &platform = app().platform();
+    switch (m_afterPdf) {
+    case AfterPdf::Share: {
+        ShareItems items;
+        items.files = {file};
+        platform.share(items);
+        break;
+    }
+    case AfterPdf::Message:
+        platform.composeMessage(QString(), {file});
+        break;
+    case AfterPdf::Mail: {
+        MailDraft draft;
+        draft.subject = QStringLiteral("Selected List of Books");
+        draft.attachments = {{path, QStringLiteral("application/pdf"), QLatin1String(m_info.pdfFileName)}};
+        platform.composeMail(draft);
+        break;
+    }
+    }
+}
+
+bool GroupBreakdownTableViewController::writePdfList(const QString &path)
+{
+    if (!canShare())
+        return false;
+    PdfListBuilder builder(m_info, shownBooks(), context());
+    QString error;
+    if (!builder.write(path, &error)) {
+        qCWarning(lcBrowse).noquote() << "Could not create PDF file:" + error;
+        return false;
+    }
+    qCInfo(lcBrowse).noquote() << "wrote PDF file with multiple pages to: " + path;
+    return true;
+}
+
+bool GroupBreakdownTableViewController::saveCopy(const QUrl &file, const QUrl &destination)
+{
+    const QString target = destination.toLocalFile();
+    QFile source(file.toLocalFile());
+    QSaveFile copy(target);
+    if (target.isEmpty() || !source.open(QIODevice::ReadOnly) || !copy.open(QIODevice::WriteOnly)
+        || copy.write(source.readAll()) != source.size() || !copy.commit()) {
+        qCWarning(lcBrowse).noquote() << "Could not create PDF file:" + (copy.errorString().isEmpty() ? source.errorString() : copy.errorString());
+        return false;
+    }
+    return true;
+}
+
+void GroupBreakdownTableViewController::shareCompleted(const QString &activityType, bool completed)
+{
+    if (m_info.kind != GroupKind::YearRead)
+        return;
+    if (completed)
+        qCInfo(lcBrowse).noquote() << "Activity completed: " + activityType;
+    else
+        qCInfo(lcBrowse).noquote() << "Activity canceled";
+}
+
+void GroupBreakdownTableViewController::mailComposeController(MailResult result, const QString &error)
+{
+    if (!error.isEmpty()) {
+        qCWarning(lcBrowse).noquote() << "Error sending mail: " + error;
+        return;
+    }
+    switch (result) {
+    case MailResult::Cancelled: qCInfo(lcBrowse).noquote() << "Email was cancelled."; break;
+    case MailResult::Saved: qCInfo(lcBrowse).noquote() << "Email was saved as draft."; break;
+    case MailResult::Sent: qCInfo(lcBrowse).noquote() << "Email was sent successfully."; break;
+    case MailResult::Failed: qCInfo(lcBrowse).noquote() << "Email sending failed."; break;
+    }
 }
 
 } // namespace tomewise

@@ -7,9 +7,12 @@
 
 #include <QVariantList>
 
+#include <memory>
 #include <optional>
 
 namespace tomewise {
+
+class PdfListBuilder;
 
 // A group breakdown: the books behind one summary row, re-ordered through the
 // "Sort by" menu (every fetch flips the direction, which is how the user
@@ -27,8 +30,17 @@ class GroupBreakdownTableViewController : public ScreenController
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
     Q_PROPERTY(QString header READ header NOTIFY headerChanged)
     Q_PROPERTY(tomewise::GroupBreakdownModel *model READ model CONSTANT)
+    Q_PROPERTY(bool canShare READ canShare NOTIFY headerChanged)
+    Q_PROPERTY(bool offersMail READ offersMail CONSTANT)
+    Q_PROPERTY(bool busy READ busy NOTIFY progressChanged)
+    Q_PROPERTY(double progress READ progress NOTIFY progressChanged)
+    Q_PROPERTY(QString progressText READ progressText NOTIFY progressChanged)
 
 public:
+    // What the mail composer reports back.
+    enum class MailResult { Cancelled, Saved, Sent, Failed };
+    Q_ENUM(MailResult)
+
     GroupBreakdownTableViewController(GroupKind kind, AppDelegate *delegate, QObject *parent);
 
     const GroupKindInfo &info() const { return m_info; }
@@ -54,16 +66,45 @@ public:
     Q_INVOKABLE void selectRow(int row);
     // The trailing swipe's "delete".
     Q_INVOKABLE void deleteRow(int row);
-    // The PDF list and the printed report come with the print and share work.
-    Q_INVOKABLE void PrintButtonTapped() {}
-    Q_INVOKABLE void ShareButtonTapped() {}
+    ~GroupBreakdownTableViewController() override;
+
+    // The shown list can be printed or shared only while it has books.
+    bool canShare() const { return m_model.rowCount() > 0; }
+    bool offersMail() const { return m_info.kind == GroupKind::YearRead; }
+    bool busy() const { return bool(m_pdf); }
+    double progress() const;
+    QString progressText() const;
+    QString pdfFilePath() const;
+
+    // The printed report of this group.
+    Q_INVOKABLE void PrintButtonTapped();
+    // The PDF list of the shown books, written and then shared, messaged or mailed.
+    Q_INVOKABLE void ShareButtonTapped();
+    Q_INVOKABLE void TextMessageButtonTapped();
+    Q_INVOKABLE void MailButtonTapped();
+    // The share sheet closed: with the activity the user chose, or cancelled.
+    Q_INVOKABLE void shareCompleted(const QString &activityType, bool completed);
+    Q_INVOKABLE void mailComposeController(tomewise::GroupBreakdownTableViewController::MailResult result,
+                                           const QString &error = QString());
+    // The desktop's "Save As": a copy of the written list where the user chose.
+    Q_INVOKABLE bool saveCopy(const QUrl &file, const QUrl &destination);
+    // Builds and writes the PDF list at once (the command line); false when
+    // the file could not be written.
+    bool writePdfList(const QString &path);
 
 Q_SIGNALS:
     void sortChanged();
     void searchTextChanged();
     void headerChanged();
+    void progressChanged();
 
 private:
+    enum class AfterPdf { Share, Message, Mail };
+    QList<Books> shownBooks() const;
+    void startPdf(AfterPdf after);
+    void buildNextPdfBatch();
+    void finishPdf(bool written, const QString &error);
+
     void fetch();
     std::optional<QList<Predicate>> predicates();
     GroupCounts &counts();
@@ -76,6 +117,8 @@ private:
     QString m_searchText;
     qint64 m_bookCount = 0;
     bool m_justLoaded = false;
+    std::unique_ptr<PdfListBuilder> m_pdf;
+    AfterPdf m_afterPdf = AfterPdf::Share;
 };
 
 } // namespace tomewise

@@ -31,6 +31,15 @@ std::optional<GroupKind> groupKindOfTarget(QStringView target)
     return std::nullopt;
 }
 
+QString groupValueText(const GroupKindInfo &info, const Books &book)
+{
+    if (info.kind == GroupKind::YearRead)
+        return QString::number(book.year ? *book.year : book.dateRead ? book.dateRead->date().year() : 0);
+    const QVariant value = attributeValue(book, groupAttribute(info.attribute));
+    const bool number = groupAttribute(info.attribute).type() == AttributeType::Integer;
+    return number ? QString::number(value.toInt()) : value.toString();
+}
+
 static bool singular(Singular rule, qsizetype count, qsizetype values)
 {
     switch (rule) {

@@ -10,6 +10,7 @@
 
 namespace tomewise {
 
+struct Books;
 struct BooksAttribute;
 
 enum class GroupKind { Author, Format, Genre, Rating, Series, YearPublished, YearRead };
@@ -87,11 +88,14 @@ struct GroupKindInfo
     const char *callingScreen;
     const char *unwindName;
 
-    // The PDF list of books and the printed report of the group
+    // The PDF list of books and the printed report of the group. The report
+    // is chosen by callingScreen, which the year-read breakdown shares with
+    // year published, so both carry the year-published report.
     const char *pdfFileName;
     const char *pdfTitle;
     const char *reportPredicate;
-    std::array<const char *, 2> reportSortKeys;
+    std::array<const char *, 2> reportSortKeys; // a null key ends the list
+    const char *reportTitle;
 };
 
 inline constexpr int kSummaryRowHeight = 45;
@@ -116,7 +120,7 @@ inline constexpr std::array<GroupKindInfo, 7> kGroupKinds{{
        {"RatingLabel", "Rating: {rating}"}, {"NotesLabel", "Date Read: {dateRead}"}, {}}},
      "BookImage", {kByDateRead, kByBookName, kByGenre, kByRating},
      "author = %@", "Search By Book Name", "AuthorBreakdown", "unwindToAuthorTableView",
-     nullptr, nullptr, nullptr, {}},
+     "BookListByAuthor.pdf", "Books Filtered by Author: ", "author = %@", {"name", nullptr}, "Books Filtered by Author: "},
     {GroupKind::Format, "format", "Format",
      "FormatGroupTableViewController", "FormatGroup", "FormatGroupTableViewCell", {"FormatLabel", kSummaryCountLabel},
      "bookFormat", "bookFormat", nullptr, "bookFormat = %@", "Sort and Search By Format Name",
@@ -127,7 +131,8 @@ inline constexpr std::array<GroupKindInfo, 7> kGroupKinds{{
        {"RatingLabel", "DateRead: {dateRead}"}, {"SeriesLabel", "Rating: {rating}"}, {"NotesLabel", "Notes: {notes}"}}},
      "BookImage", {kByDateRead, kByBookName, kByRating, kByGenre},
      "bookFormat == %@", "Sort and Search By Book Name", "FormatBreakdown", "unwindToFormatTableView",
-     nullptr, nullptr, nullptr, {}},
+     "BookListByFormat.pdf", "Books Filtered by format: ", "bookFormat == %@", {"name", nullptr},
+     "Books Filtered by Format: "},
     {GroupKind::Genre, "genre", "Genre",
      "GenreGroupTableViewController", "GenreGroup", "GenreGroupTableViewCell", {"GenreNameLabel", kSummaryCountLabel},
      "category", "author", nullptr, "category = %@", "Sort and Search By Genre",
@@ -138,7 +143,7 @@ inline constexpr std::array<GroupKindInfo, 7> kGroupKinds{{
        {"RatingLabel", "Rating: {rating}"}, {"NotesLabel", "Notes: {notes}"}, {}}},
      "BookImage", {kByDateRead, kByBookName, kByAuthor, kByRating},
      "category == %@", "Search By Book Name", "GenreBreakdown", "unwindToGenreTableView",
-     nullptr, nullptr, nullptr, {}},
+     "BookListByGenre.pdf", "Books Filtered by Genre: ", "category == %@", {"author", "name"}, "Books Filtered by Genre: "},
     {GroupKind::Rating, "rating", "Rating",
      "RatingGroupTableViewController", "RatingGroup", "RatingTableViewCell", {"RatingLabel", kSummaryCountLabel},
      "rating", "rating", nullptr, "rating = %@", "Sort and Search By Rating",
@@ -149,7 +154,7 @@ inline constexpr std::array<GroupKindInfo, 7> kGroupKinds{{
        {"RatingLabel", "Rating: {rating}"}, {"NotesLabel", "Notes: {notes}"}, {}}},
      "BookImage", {kByDateRead, kByBookName, kByAuthor, kByGenre},
      "rating = %@", "Search By Book Name", "RatingBreakdown", "unwindToRatingTableView",
-     nullptr, nullptr, nullptr, {}},
+     "BookListByRating.pdf", "Books Filtered by Rating: ", "rating = %@", {"name", nullptr}, "Books Filtered by Rating: "},
     // The series summary counts in the rating words; kept.
     {GroupKind::Series, "series", "Series",
      "SeriesGroupTableViewController", "SeriesGroup", "SeriesTableViewCell", {"SeriesLabel", kSummaryCountLabel},
@@ -161,7 +166,8 @@ inline constexpr std::array<GroupKindInfo, 7> kGroupKinds{{
        {"RatingLabel", "Series: {series}"}, {"SeriesLabel", "Series #: {seriesNumber}"}, {"NotesLabel", "Notes: {notes}"}}},
      "BookImage", {kByDateRead, kByBookName, kByRating, kBySeriesNumber},
      "series = %@", "Sort and Search By Book Name", "SeriesBreakdown", "unwindToSeriesTableView",
-     nullptr, nullptr, nullptr, {}},
+     "BookListBySeries.pdf", "Books Filtered by Series: ", "series = %@", {"seriesNumber", nullptr},
+     "Books Filtered by Series: "},
     // The year-published cell's outlets and its `year` label are kept as named.
     {GroupKind::YearPublished, "year-published", "Year Published",
      "YearGroupTableViewController", "YearGroup", "YearTableViewCell", {"YearLabel", kSummaryCountLabel},
@@ -174,7 +180,8 @@ inline constexpr std::array<GroupKindInfo, 7> kGroupKinds{{
        {"NotesLabel", "Notes: {notes}"}, {}}},
      "CardImage", {kByDateRead, kByBookName, kByAuthor, kByRating},
      "publishDate == %@", "Search By Book Name", "YearBreakdown", "unwindToYearTableView",
-     nullptr, nullptr, nullptr, {}},
+     "BookListByYear.pdf", "Books Filtered by Year: ", "publishDate == %@", {"name", nullptr},
+     "Books Filtered by Year Published: "},
     {GroupKind::YearRead, "year-read", "Year Read",
      "DateReadTableViewController", "DateReadGroup", "YearReadTableViewCell", {"YearLabel", kSummaryCountLabel},
      "dateRead", "dateRead", nullptr, "dateRead >= %@ AND dateRead <= %@", "Sort and Search By Year Read",
@@ -186,7 +193,8 @@ inline constexpr std::array<GroupKindInfo, 7> kGroupKinds{{
        {"NotesLabel", "Notes: {notes}"}, {}}},
      "BookImage", {kByDateRead, kByBookName, kByAuthor, kByRating},
      "dateRead >= %@ AND dateRead <= %@", "Search By Book Name", "YearBreakdown", "unwindToDateReadTableView",
-     nullptr, nullptr, nullptr, {}},
+     "BookListByYearRead.pdf", "Books Filtered by Year: ", "publishDate == %@", {"name", nullptr},
+     "Books Filtered by Year Published: "},
 }};
 
 constexpr const GroupKindInfo &groupKind(GroupKind kind)
@@ -209,6 +217,10 @@ std::optional<GroupKind> groupKindOfTarget(QStringView target);
 
 // The Books attribute a table entry names.
 const BooksAttribute &groupAttribute(const char *name);
+
+// A book's value of the kind's grouping, as the PDF list's title shows it
+// (year read: the year of its date read).
+QString groupValueText(const GroupKindInfo &info, const Books &book);
 
 // A summary's section header for N values, M of them shown while searching.
 QString groupHeader(const GroupHeaderRule &rule, qsizetype values, qsizetype shown, bool searching);

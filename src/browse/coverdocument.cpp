@@ -1,0 +1,70 @@
+#include "coverdocument.h"
+
+#include "model/bookstore.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QTextCursor>
+#include <QTextImageFormat>
+
+namespace tomewise {
+
+QImage decodeCover(const QByteArray &bytes)
+{
+    return QImage::fromData(bytes);
+}
+
+CoverDocument::CoverDocument(BookStore &store, QObject *parent)
+    : QTextDocument(parent)
+    , m_store(store)
+{
+}
+
+QString CoverDocument::coverName(qint64 pk)
+{
+    return QStringLiteral("image://cover/%1").arg(pk);
+}
+
+QSize CoverDocument::coverSize(qint64 pk)
+{
+    auto bytes = m_store.cover(pk);
+    if (!bytes || bytes->isEmpty())
+        return {};
+    QBuffer buffer(&*bytes);
+    QImageReader reader(&buffer);
+    return reader.size();
+}
+
+QImage CoverDocument::placeholder()
+{
+    static const QImage image(QStringLiteral(":/images/GenreBook.jpg"));
+    return image;
+}
+
+void CoverDocument::insertImage(QTextCursor &cursor, const QString &name, QSize natural, double width)
+{
+    QTextImageFormat format;
+    format.setName(name);
+    format.setWidth(width);
+    format.setHeight(natural.width() > 0 ? width * natural.height() / natural.width() : width);
+    cursor.insertImage(format);
+}
+
+QVariant CoverDocument::loadResource(int type, const QUrl &name)
+{
+    if (type == ImageResource && name.scheme() == QLatin1String("image") && name.host() == QLatin1String("cover")) {
+        // Not cached: the next page would keep every earlier cover alive.
+        bool ok = false;
+        const qint64 pk = name.path().mid(1).toLongLong(&ok);
+        if (ok) {
+            if (auto bytes = m_store.cover(pk))
+                return decodeCover(*bytes);
+        }
+        return QImage();
+    }
+    if (type == ImageResource && name.toString() == QLatin1String(kPlaceholderName))
+        return placeholder();
+    return QTextDocument::loadResource(type, name);
+}
+
+} // namespace tomewise

@@ -1,0 +1,176 @@
+#include "pdflistbuilder.h"
+
+#include "browse/pagedpainter.h"
+#include "model/bookstore.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPdfWriter>
+#include <QStandardPaths>
+#include <QTextBlockFormat>
+#include <QTextCharFormat>
+
+namespace tomewise {
+
+static QString text(const Text &value)
+{
+    return value.value_or(QString());
+}
+
+static QString number(const Int16 &value)
+{
+    return QString::number(value.value_or(0));
+}
+
+QList<std::pair<QString, QString>> pdfListPairs(const Books &book)
+{
+    return {{QStringLiteral("Book Name: "), text(book.name)},
+            {QStringLiteral("Author: "), text(book.author)},
+            {QStringLiteral("Genre: "), text(book.category)},
+            {QStringLiteral("Date Read: "), text(book.dt)},
+            {QStringLiteral("Date Published: "), number(book.publishDate)},
+            {QStringLiteral("Series: "), text(book.series)},
+            {QStringLiteral("Series #: "), number(book.seriesNumber)},
+            {QStringLiteral("# Pages: "), number(book.numberPages)},
+            {QStringLiteral("Rating: "), text(book.rating)},
+            {QStringLiteral("Publisher: "), text(book.bookPublisher)},
+            {QStringLiteral("Notes: "), text(book.notes)}};
+}
+
+static QTextCharFormat font(double points)
+{
+    QTextCharFormat format;
+    format.setFont(QFont(QStringLiteral("Arial")));
+    format.setFontPointSize(points);
+    format.setForeground(Qt::black);
+    return format;
+}
+
+PdfListBuilder::PdfListBuilder(const GroupKindInfo &info, QList<Books> books, BookStore &store, double viewWidth)
+    : m_info(info)
+    , m_books(std::move(books))
+    , m_imageWidth(viewWidth / 6.0)
+    , m_document(store)
+    , m_cursor(&m_document)
+{
+    if (m_books.isEmpty())
+        qFatal("The PDF list of books was asked for with no book to list");
+    m_document.setDocumentMargin(0);
+    m_document.setPageSize(kPageSize);
+    m_document.setDefaultFont(QFont(QStringLiteral("Arial"), 12));
+
+    QTextBlockFormat centred;
+    centred.setAlignment(Qt::AlignHCenter);
+    m_cursor.setBlockFormat(centred);
+    // User text goes in as plain text: a "<b>" in a title stays visible.
+    m_cursor.insertText(QLatin1String(m_info.pdfTitle) + groupValueText(m_info, m_books.first()), font(21));
+    m_cursor.insertBlock(QTextBlockFormat(), font(12));
+}
+
+PdfListBuilder::~PdfListBuilder() = default;
+
+QString PdfListBuilder::documentsDirectory()
+{
+    const QString dir = qEnvironmentVariable(kDocumentsEnv);
+    return dir.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) : dir;
+}
+
+QString PdfListBuilder::filePath(const GroupKindInfo &info)
+{
+    return QDir(documentsDirectory()).filePath(QLatin1String(info.pdfFileName));
+}
+
+void PdfListBuilder::appendBook(const Books &book)
+{
+    const QTextCharFormat body = font(12);
+    m_cursor.insertBlock(QTextBlockFormat(), body);
+    for (const auto &[label, value] : pdfListPairs(book)) {
+        m_cursor.insertText(label + value, body);
+        m_cursor.insertBlock(QTextBlockFormat(), body);
+    }
+    const QSize size = m_document.coverSize(book.pk);
+    if (size.isValid())
+        CoverDocument::insertImage(m_cursor, CoverDocument::coverName(book.pk), size, m_imageWidth);
+    else
+        CoverDocument::insertImage(m_cursor, QLatin1String(CoverDocument::kPlaceholderName),
+                                   CoverDocument::placeholder().size(), m_imageWidth);
+    m_cursor.insertBlock(QTextBlockFormat(), body);
+}
+
+bool PdfListBuilder::beginFile(const QString &path, QString *error)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    m_file = std::make_unique<QSaveFile>(path);
+    if (!m_file->open(QIODevice::WriteOnly)) {
+        if (error)
+            *error = m_file->errorString();
+        return false;
+    }
+    m_writer = std::make_unique<QPdfWriter>(m_file.get());
+    m_writer->setTitle(QLatin1String(m_info.pdfTitle) + groupValueText(m_info, m_books.first()));
+    m_writer->setCreator(QStringLiteral("Tomewise"));
+    m_writer->setPageLayout(QPageLayout(QPageSize(kPageSize, QPageSize::Point), QPageLayout::Portrait,
+                                        QMarginsF(0, 0, 0, 0), QPageLayout::Point));
+    m_writer->setResolution(72);
+    m_painter = std::make_unique<PagedPainter>(m_document, *m_writer);
+    if (!m_painter->begin()) {
+        if (error)
+            *error = QStringLiteral("The PDF writer could not start");
+        return false;
+    }
+    return true;
+}
+
+PdfListBuilder::Step PdfListBuilder::step(int count, const QString &path, QString *error)
+{
+    if (m_next < m_books.size()) {
+        for (int i = 0; i < count && m_next < m_books.size(); ++i)
+            appendBook(m_books[m_next++]);
+        return Step::More;
+    }
+    if (!m_painter && !beginFile(path, error))
+        return Step::Failed;
+    for (int i = 0; i < std::max(1, count / 10) && !m_painter->atEnd(); ++i)
+        m_painter->drawNextPage();
+    if (!m_painter->atEnd())
+        return Step::More;
+    const bool drawn = m_painter->end();
+    if (!drawn || !m_file->commit()) {
+        if (error)
+            *error = drawn ? m_file->errorString() : QStringLiteral("The PDF writer could not finish");
+        return Step::Failed;
+    }
+    return Step::Done;
+}
+
+bool PdfListBuilder::write(const QString &path, QString *error)
+{
+    Step s;
+    while ((s = step(kBatch, path, error)) == Step::More) {
+    }
+    return s == Step::Done;
+}
+
+int PdfListBuilder::pageCount() const
+{
+    return m_painter ? m_painter->pageCount() : 0;
+}
+
+double PdfListBuilder::progress() const
+{
+    const double books = double(m_next) / double(m_books.size());
+    if (!m_painter)
+        return books / 2;
+    return 0.5 + 0.5 * m_painter->pagesDrawn() / std::max(1, m_painter->pageCount());
+}
+
+QString PdfListBuilder::progressText() const
+{
+    if (!m_painter)
+        return QStringLiteral("%1 of %2 books").arg(m_next).arg(m_books.size());
+    return QStringLiteral("Page %1 of %2").arg(m_painter->pagesDrawn()).arg(m_painter->pageCount());
+}
+
+} // namespace tomewise
