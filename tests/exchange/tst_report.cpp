@@ -142,7 +142,7 @@ private Q_SLOTS:
         const QString text = pdfText(path);
         QVERIFY2(text.contains("Books Filtered by Author: Amy"), qPrintable(text));
         QVERIFY(text.contains("Covered <b>bold</b> & co"));
-        QVERIFY(!text.contains("Author: Amy")); // the title names the author
+        QCOMPARE(text.count("Author: Amy"), 1); // only the title names the author
         QVERIFY(pdfInfo(path).value("Pages").toInt() >= 2);
         QCOMPARE(pdfImages(path), QList<QSize>{QSize(250, 360)});
 
