@@ -66,7 +66,6 @@ PdfListBuilder::PdfListBuilder(const GroupKindInfo &info, QList<Books> books, Bo
     m_cursor.setBlockFormat(centred);
     // User text goes in as plain text: a "<b>" in a title stays visible.
     m_cursor.insertText(QLatin1String(m_info.pdfTitle) + groupValueText(m_info, m_books.first()), font(21));
-    m_cursor.insertBlock(QTextBlockFormat(), font(12));
 }
 
 PdfListBuilder::~PdfListBuilder() = default;
@@ -84,7 +83,10 @@ QString PdfListBuilder::filePath(const GroupKindInfo &info)
 
 void PdfListBuilder::appendBook(const Books &book)
 {
+    // A blank line after the title or the last picture; nothing after the
+    // last one, which would only make an empty page.
     const QTextCharFormat body = font(12);
+    m_cursor.insertBlock(QTextBlockFormat(), body);
     m_cursor.insertBlock(QTextBlockFormat(), body);
     for (const auto &[label, value] : pdfListPairs(book)) {
         m_cursor.insertText(label + value, body);
@@ -96,7 +98,6 @@ void PdfListBuilder::appendBook(const Books &book)
     else
         CoverDocument::insertImage(m_cursor, QLatin1String(CoverDocument::kPlaceholderName),
                                    CoverDocument::placeholder().size(), m_imageWidth);
-    m_cursor.insertBlock(QTextBlockFormat(), body);
 }
 
 bool PdfListBuilder::beginFile(const QString &path, QString *error)

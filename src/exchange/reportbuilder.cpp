@@ -103,8 +103,11 @@ QStringList ReportBuilder::bookLines(std::optional<GroupKind> kind, const Books 
 
 void ReportBuilder::appendLine(const QString &line)
 {
+    // Each line opens its block, so the text never ends in an empty block
+    // that could spill onto a page of its own.
+    if (!m_plain.isEmpty())
+        m_cursor.insertBlock();
     m_cursor.insertText(line);
-    m_cursor.insertBlock();
     m_plain += line + u'\n';
 }
 
@@ -136,8 +139,8 @@ bool ReportBuilder::step(int count)
         const QSize size = m_document.coverSize(book.pk);
         if (size.isValid()) {
             const double width = std::min<double>(size.width(), m_textViewWidth);
-            CoverDocument::insertImage(m_cursor, CoverDocument::coverName(book.pk), size, width);
             m_cursor.insertBlock();
+            CoverDocument::insertImage(m_cursor, CoverDocument::coverName(book.pk), size, width);
         }
         appendLine(QString());
     }
