@@ -285,6 +285,7 @@ ScreenPage {
                                 objectName: page.ctl.labelOutlets[index]
                                 Layout.fillWidth: true
                                 text: modelData
+                                textFormat: Text.PlainText // a "<b>" in a title is the title's own
                                 color: Theme.ink
                                 elide: Text.ElideRight
                                 font.pixelSize: index === 0 ? 15 : 13

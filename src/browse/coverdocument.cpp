@@ -6,12 +6,19 @@
 #include <QImageReader>
 #include <QTextCursor>
 #include <QTextImageFormat>
+#include <QUrlQuery>
 
 namespace tomewise {
 
-QImage decodeCover(const QByteArray &bytes)
+QImage decodeCover(const QByteArray &bytes, int maxWidth)
 {
-    return QImage::fromData(bytes);
+    QBuffer buffer;
+    buffer.setData(bytes);
+    QImageReader reader(&buffer);
+    const QSize size = reader.size();
+    if (maxWidth > 0 && size.width() > maxWidth)
+        reader.setScaledSize(size.scaled(maxWidth, size.height(), Qt::KeepAspectRatio));
+    return reader.read();
 }
 
 CoverDocument::CoverDocument(BookStore &store, QObject *parent)
@@ -20,9 +27,10 @@ CoverDocument::CoverDocument(BookStore &store, QObject *parent)
 {
 }
 
-QString CoverDocument::coverName(qint64 pk)
+QString CoverDocument::coverName(qint64 pk, int pixelWidth)
 {
-    return QStringLiteral("image://cover/%1").arg(pk);
+    const QString name = QStringLiteral("image://cover/%1").arg(pk);
+    return pixelWidth > 0 ? name + QStringLiteral("?width=%1").arg(pixelWidth) : name;
 }
 
 QSize CoverDocument::coverSize(qint64 pk)
@@ -58,7 +66,7 @@ QVariant CoverDocument::loadResource(int type, const QUrl &name)
         const qint64 pk = name.path().mid(1).toLongLong(&ok);
         if (ok) {
             if (auto bytes = m_store.cover(pk))
-                return decodeCover(*bytes);
+                return decodeCover(*bytes, QUrlQuery(name).queryItemValue(QStringLiteral("width")).toInt());
         }
         return QImage();
     }

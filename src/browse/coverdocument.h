@@ -22,7 +22,9 @@ public:
 
     explicit CoverDocument(BookStore &store, QObject *parent = nullptr);
 
-    static QString coverName(qint64 pk);
+    // With a pixel width, the cover is decoded no wider than that: a small
+    // picture needs no full-size decode, nor a full-size copy in the file.
+    static QString coverName(qint64 pk, int pixelWidth = 0);
     // The picture's size from its header alone; invalid when it has none or
     // it cannot be read.
     QSize coverSize(qint64 pk);
@@ -38,7 +40,8 @@ private:
     BookStore &m_store;
 };
 
-// The one place a stored cover's bytes become a picture.
-QImage decodeCover(const QByteArray &bytes);
+// The one place a stored cover's bytes become a picture (at most
+// `maxWidth` pixels wide when one is given).
+QImage decodeCover(const QByteArray &bytes, int maxWidth = 0);
 
 } // namespace tomewise

@@ -94,7 +94,8 @@ void PdfListBuilder::appendBook(const Books &book)
     }
     const QSize size = m_document.coverSize(book.pk);
     if (size.isValid())
-        CoverDocument::insertImage(m_cursor, CoverDocument::coverName(book.pk), size, m_imageWidth);
+        CoverDocument::insertImage(m_cursor, CoverDocument::coverName(book.pk, int(m_imageWidth * kPixelsPerPoint)),
+                                   size, m_imageWidth);
     else
         CoverDocument::insertImage(m_cursor, QLatin1String(CoverDocument::kPlaceholderName),
                                    CoverDocument::placeholder().size(), m_imageWidth);

@@ -27,6 +27,7 @@ public:
     static constexpr int kBatch = 100;
     static constexpr double kScreenWidth = 390; // the phone's view, in points
     static constexpr QSizeF kPageSize{595.2, 841.8};
+    static constexpr double kPixelsPerPoint = 2; // covers at 144 dpi: sharp on paper, small in the file
     static constexpr auto kDocumentsEnv = "TOMEWISE_DOCUMENTS_DIR";
 
     // An empty list is a fatal error: the title is read from the first book.
