@@ -51,6 +51,10 @@ int main(int argc, char *argv[])
     AppDelegate app(std::move(options));
     BookStore &store = app.persistentContainer();
 
+    // Fifty different covers, so the PDF cannot share one picture among books.
+    QList<QByteArray> covers;
+    for (int i = 0; i < 50; ++i)
+        covers << test::encode(test::coverImage(QSize(250, 360), i), "JPEG", 80);
     QList<Books> books;
     {
         BookStore::Transaction t(store);
@@ -65,8 +69,7 @@ int main(int argc, char *argv[])
             b.numberPages = qint16(100 + i % 700);
             b.notes = QStringLiteral("Notes on book %1").arg(i);
             store.insertBook(b);
-            // Every cover different, as a real library's are.
-            store.setCover(b.pk, test::encode(test::coverImage(QSize(250, 360), i % 50), "JPEG", 80));
+            store.setCover(b.pk, covers[i % covers.size()]);
             books << b;
         }
         t.commit();

@@ -34,6 +34,7 @@ ScreenPage {
     unwindTargets: ["unwindToList", ctl.unwindName]
     Component.onCompleted: ctl.viewDidLoad()
     StackView.onActivating: ctl.viewWillAppear()
+    StackView.onDeactivating: ctl.viewWillDisappear()
 
     Connections {
         target: page.ctl

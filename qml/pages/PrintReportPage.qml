@@ -94,6 +94,7 @@ ScreenPage {
                     readOnly: true
                     wrapMode: TextEdit.Wrap
                     textFormat: TextEdit.RichText
+                    padding: 8
                     background: null
                     text: ctl.FileTextView
                 }

@@ -76,6 +76,14 @@ void GroupBreakdownTableViewController::viewWillAppear()
     fetch();
 }
 
+void GroupBreakdownTableViewController::viewWillDisappear()
+{
+    if (!m_pdf)
+        return;
+    m_pdf.reset();
+    Q_EMIT progressChanged();
+}
+
 std::optional<QList<Predicate>> GroupBreakdownTableViewController::predicates()
 {
     const AppState &state = app().state();
@@ -261,6 +269,8 @@ void GroupBreakdownTableViewController::startPdf(AfterPdf after)
 
 void GroupBreakdownTableViewController::buildNextPdfBatch()
 {
+    if (!m_pdf)
+        return; // abandoned when the screen was left
     QString error;
     const auto result = m_pdf->step(PdfListBuilder::kBatch, pdfFilePath(), &error);
     if (result == PdfListBuilder::Step::More) {

@@ -59,6 +59,9 @@ public:
 
     Q_INVOKABLE void viewDidLoad();
     Q_INVOKABLE void viewWillAppear();
+    // Leaving the screen abandons a PDF list still being made; the last
+    // finished file stays as it was.
+    Q_INVOKABLE void viewWillDisappear();
     // Action 1 to 4 of the "Sort by" menu.
     Q_INVOKABLE void selectSortOption(int option);
     // The sort button (and the "Menu" button of older systems).

@@ -226,6 +226,24 @@ private Q_SLOTS:
         QCOMPARE(t.platform().messages.size(), 1);
     }
 
+    void leavingAbandonsTheList()
+    {
+        TestApp t;
+        for (int i = 0; i < 300; ++i)
+            shelf(t, QStringLiteral("Book %1").arg(i), {});
+        auto screen = breakdownOf(t, GroupKind::Rating, QStringLiteral("***"));
+        QFile::remove(screen->pdfFilePath());
+        LogCapture log;
+        screen->ShareButtonTapped();
+        QVERIFY(screen->busy());
+        screen->viewWillDisappear();
+        QVERIFY(!screen->busy());
+        QTest::qWait(50);
+        QVERIFY(log.lines().isEmpty());
+        QVERIFY(t.platform().shares.isEmpty());
+        QVERIFY(!QFile::exists(screen->pdfFilePath()));
+    }
+
     // Nothing to list: the actions do nothing (the page disables them).
     void emptyListIsNotShared()
     {
