@@ -90,13 +90,17 @@ ScreenPage {
                 anchors.fill: parent
                 anchors.margins: 1
                 TextArea {
+                    id: fileTextView
                     objectName: "FileTextView"
                     readOnly: true
                     wrapMode: TextEdit.Wrap
                     textFormat: TextEdit.RichText
                     padding: 8
                     background: null
-                    text: ctl.FileTextView
+                    Connections {
+                        target: ctl
+                        function onFileTextAppended(html) { fileTextView.insert(fileTextView.length, html) }
+                    }
                 }
             }
         }

@@ -35,8 +35,6 @@ PrintGroupByBooksViewController::~PrintGroupByBooksViewController() = default;
 
 void PrintGroupByBooksViewController::viewDidLoad()
 {
-    m_fileText.clear();
-    Q_EMIT fileTextViewChanged();
     m_builder = std::make_unique<ReportBuilder>(context());
     QString error;
     if (!m_builder->fetch(app().state().callingScreen(), app().state(), &error))
@@ -87,7 +85,9 @@ void PrintGroupByBooksViewController::CreateFileButtonTapped()
 
 void PrintGroupByBooksViewController::buildNextBatch()
 {
-    if (m_builder->step(ReportBuilder::kBatch)) {
+    const bool more = m_builder->step(ReportBuilder::kBatch);
+    Q_EMIT fileTextAppended(m_builder->takeNewHtml());
+    if (more) {
         Q_EMIT progressChanged();
         // Back to the event loop between batches, so the screen stays live.
         QTimer::singleShot(0, this, [this] { buildNextBatch(); });
@@ -108,7 +108,6 @@ void PrintGroupByBooksViewController::finishBuild()
 {
     m_busy = false;
     m_built = true;
-    m_fileText = m_builder->document().toHtml();
     Q_EMIT progressChanged();
     Q_EMIT fileTextViewChanged();
     Q_EMIT builtChanged();

@@ -18,7 +18,7 @@ class ReportBuilder;
 class PrintGroupByBooksViewController : public ScreenController
 {
     Q_OBJECT
-    Q_PROPERTY(QString FileTextView READ fileTextView NOTIFY fileTextViewChanged)
+    Q_PROPERTY(QString FileTextView READ fileTextView NOTIFY fileTextViewChanged) // its plain text
     Q_PROPERTY(bool CreateFileButtonHidden READ createFileButtonHidden NOTIFY builtChanged)
     Q_PROPERTY(bool built READ isBuilt NOTIFY builtChanged)
     Q_PROPERTY(bool busy READ busy NOTIFY progressChanged)
@@ -32,7 +32,7 @@ public:
     explicit PrintGroupByBooksViewController(AppDelegate *delegate = nullptr, QObject *parent = nullptr);
     ~PrintGroupByBooksViewController() override;
 
-    QString fileTextView() const { return m_fileText; }
+    QString fileTextView() const { return plainText(); }
     bool createFileButtonHidden() const { return m_built; }
     bool isBuilt() const { return m_built; }
     bool busy() const { return m_busy; }
@@ -54,6 +54,9 @@ public:
 
 Q_SIGNALS:
     void fileTextViewChanged();
+    // The view shows the report as it grows, a batch of books at a time,
+    // rather than laying out the whole of a long report in one go.
+    void fileTextAppended(const QString &html);
     void builtChanged();
     void progressChanged();
 
@@ -64,7 +67,6 @@ private:
 
     std::unique_ptr<ReportBuilder> m_builder;
     PrintDialog m_printDialog;
-    QString m_fileText;
     bool m_built = false;
     bool m_busy = false;
 };
