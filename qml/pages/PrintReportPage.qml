@@ -99,7 +99,13 @@ ScreenPage {
                     background: null
                     Connections {
                         target: ctl
-                        function onFileTextAppended(html) { fileTextView.insert(fileTextView.length, html) }
+                        // The reader stays where they are while the report grows below.
+                        function onFileTextAppended(html) {
+                            const cursor = fileTextView.cursorPosition
+                            const end = fileTextView.length
+                            fileTextView.insert(end, html)
+                            fileTextView.cursorPosition = cursor < end ? cursor : 0
+                        }
                     }
                 }
             }

@@ -105,25 +105,23 @@ QStringList ReportBuilder::bookLines(std::optional<GroupKind> kind, const Books 
 void ReportBuilder::appendLine(const QString &line)
 {
     // Each line opens its block, so the text never ends in an empty block
-    // that could spill onto a page of its own.
+    // that could spill onto a page of its own. The formats go with every
+    // line, so any piece of the report carries them on its own.
     if (!m_plain.isEmpty())
-        m_cursor.insertBlock();
-    m_cursor.insertText(line);
+        m_cursor.insertBlock(m_blockFormat, m_charFormat);
+    m_cursor.insertText(line, m_charFormat);
     m_plain += line + u'\n';
 }
 
 bool ReportBuilder::step(int count)
 {
     if (m_next < 0) {
-        QTextCharFormat black;
-        black.setForeground(Qt::black);
-        black.setFont(QFont(QStringLiteral("Arial")));
-        black.setFontPointSize(17);
-        QTextBlockFormat spaced;
-        spaced.setBottomMargin(6);
-        m_cursor.setBlockFormat(spaced);
-        m_cursor.setCharFormat(black);
-        m_cursor.setBlockCharFormat(black);
+        m_charFormat.setForeground(Qt::black);
+        m_charFormat.setFont(QFont(QStringLiteral("Arial")));
+        m_charFormat.setFontPointSize(17);
+        m_blockFormat.setBottomMargin(6);
+        m_cursor.setBlockFormat(m_blockFormat);
+        m_cursor.setBlockCharFormat(m_charFormat);
         QString title = QStringLiteral("Complete List of Books");
         if (m_kind && !m_books.isEmpty()) {
             const GroupKindInfo &info = groupKind(*m_kind);
@@ -140,7 +138,7 @@ bool ReportBuilder::step(int count)
         const QSize size = m_document.coverSize(book.pk);
         if (size.isValid()) {
             const double width = std::min<double>(size.width(), m_textViewWidth);
-            m_cursor.insertBlock();
+            m_cursor.insertBlock(m_blockFormat, m_charFormat);
             CoverDocument::insertImage(m_cursor, CoverDocument::coverName(book.pk), size, width);
         }
         appendLine(QString());

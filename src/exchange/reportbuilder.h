@@ -4,6 +4,8 @@
 #include "browse/groupkind.h"
 #include "model/books.h"
 
+#include <QTextBlockFormat>
+#include <QTextCharFormat>
 #include <QTextCursor>
 
 #include <optional>
@@ -54,6 +56,8 @@ private:
     double m_textViewWidth;
     CoverDocument m_document;
     QTextCursor m_cursor;
+    QTextCharFormat m_charFormat;
+    QTextBlockFormat m_blockFormat;
     QString m_plain;
     qsizetype m_next = -1; // -1: the title is still to come
     int m_shownUpTo = 0;
