@@ -33,8 +33,28 @@ ScreenPage {
         Switch {
             id: rowSwitch
             checked: switchRow.on
-            // A flat handle: the raised one's shadow layer draws nothing without a GPU.
-            Component.onCompleted: indicator.Material.elevation = 0
+            // Our own track: the style's pale one is hard to see when off, and its
+            // raised handle's shadow layer draws nothing without a GPU.
+            indicator: Rectangle {
+                implicitWidth: 44
+                implicitHeight: 24
+                x: rowSwitch.leftPadding + (rowSwitch.availableWidth - width) / 2
+                y: rowSwitch.topPadding + (rowSwitch.availableHeight - height) / 2
+                radius: height / 2
+                color: rowSwitch.checked ? Theme.accent : Theme.control
+                Rectangle {
+                    x: 2 + rowSwitch.visualPosition * (parent.width - width - 4)
+                    y: 2
+                    width: 20
+                    height: 20
+                    radius: 10
+                    color: "white"
+                    Behavior on x {
+                        enabled: !rowSwitch.pressed
+                        SmoothedAnimation { duration: 200 }
+                    }
+                }
+            }
             onToggled: {
                 switchRow.toggled(checked)
                 checked = Qt.binding(() => switchRow.on)
@@ -165,7 +185,6 @@ ScreenPage {
                     objectName: "datePickerView"
                     Layout.fillWidth: true
                     enabled: ctl.DefaultDateSwitch
-                    opacity: enabled ? 1 : 0.5
                     pickerStyle: ctl.datePickerStyle
                     year: ctl.pickerYear
                     month: ctl.pickerMonth

@@ -11,16 +11,17 @@
 
 namespace tomewise {
 
-bool writeTextDocumentPdf(QTextDocument &document, const QString &path, const QString &title, QString *error)
+bool writeTextDocumentPdf(QTextDocument &document, const QString &path, const QString &title, QString *error,
+                          QSizeF pagePoints)
 {
     QPdfWriter writer(path);
     writer.setTitle(title);
     writer.setCreator(QStringLiteral("Tomewise"));
-    writer.setPageLayout(QPageLayout(QPageSize(QSizeF(595.2, 841.8), QPageSize::Point), QPageLayout::Portrait,
+    writer.setPageLayout(QPageLayout(QPageSize(pagePoints, QPageSize::Point), QPageLayout::Portrait,
                                      QMarginsF(0, 0, 0, 0), QPageLayout::Point));
     writer.setResolution(72);
     // At 72 dpi one device pixel is one point, so the page is laid out in points.
-    document.setPageSize(QSizeF(595.2, 841.8));
+    document.setPageSize(pagePoints);
     QPainter painter;
     if (!painter.begin(&writer)) {
         if (error)
@@ -53,14 +54,16 @@ bool writeUserGuidePdf(const QString &markdownPath, const QString &pdfPath, QStr
         return false;
     }
     QTextDocument doc;
-    doc.setDefaultFont(QFont(QStringLiteral("Arial"), 11));
+    doc.setDefaultFont(QFont(QStringLiteral("Arial"), 12));
     doc.setDefaultStyleSheet(QStringLiteral("h1 { color: #8b1a1a; } h2 { color: #222; } code { font-family: monospace; }"));
     doc.setMarkdown(QString::fromUtf8(in.readAll()));
     // Root-frame margins repeat on every page, unlike the document margin.
     QTextFrameFormat frame = doc.rootFrame()->frameFormat();
-    frame.setMargin(48);
+    frame.setMargin(18);
     doc.rootFrame()->setFrameFormat(frame);
-    return writeTextDocumentPdf(doc, pdfPath, QStringLiteral("Overview"), error);
+    // About the shape of a phone screen: a page fitted to the screen's width shows
+    // the text a little larger than it is printed.
+    return writeTextDocumentPdf(doc, pdfPath, QStringLiteral("Overview"), error, QSizeF(340, 680));
 }
 
 } // namespace tomewise

@@ -25,6 +25,22 @@ public:
     }
 };
 
+// Books put straight into the store of the file's application, with a cover.
+class Library : public QObject
+{
+    Q_OBJECT
+public:
+    tomewise::test::TestApp *app = nullptr;
+    Q_INVOKABLE int addBook(const QString &name, const QString &author, const QString &notes)
+    {
+        auto b = tomewise::test::book(name, author);
+        b.notes = notes;
+        b.pictureImage = tomewise::test::encode(tomewise::test::coverImage(QSize(125, 180)), "JPEG", 80);
+        return int(app->insert(b).pk);
+    }
+    Q_INVOKABLE int bookCount() { return int(app->allBooks(false).size()); }
+};
+
 // Each test file gets a fresh engine and a fresh application over a scratch folder.
 class Setup : public QObject
 {
@@ -47,12 +63,15 @@ public Q_SLOTS:
         tomewise::installImageProviders(*engine, m_app->app());
         engine->rootContext()->setContextProperty(QStringLiteral("testApp"), &m_app->app());
         engine->rootContext()->setContextProperty(QStringLiteral("shots"), &m_shots);
+        m_library.app = m_app.get();
+        engine->rootContext()->setContextProperty(QStringLiteral("library"), &m_library);
     }
 
 private:
     std::unique_ptr<tomewise::test::BooksApiServer> m_server;
     std::unique_ptr<tomewise::test::TestApp> m_app;
     Shots m_shots;
+    Library m_library;
 };
 
 QUICK_TEST_MAIN_WITH_SETUP(pages, Setup)
