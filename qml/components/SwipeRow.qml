@@ -60,6 +60,14 @@ SwipeDelegate {
     Menu {
         id: menu
         objectName: "rowMenu"
+        // Drawn flat: the style's shadow layer draws nothing without a GPU, and the menu no background.
+        background: Rectangle {
+            implicitWidth: 160
+            radius: 4
+            color: "white"
+            border.width: 1
+            border.color: Theme.control
+        }
         MenuItem {
             objectName: "menuDelete"
             text: "delete"

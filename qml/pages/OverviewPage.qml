@@ -19,7 +19,8 @@ ScreenPage {
     function fitWidth() {
         Qt.callLater(() => {
             if (doc.status === PdfDocument.Ready && view.width > 0) {
-                view.scaleToWidth(view.width, view.height)
+                // The view keeps room for its scroll bar beside the page.
+                view.scaleToWidth(view.width - 16, view.height)
                 page.fitScale = view.renderScale
             }
         })

@@ -2,12 +2,17 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QFile>
+#include <QFontMetricsF>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QTextDocument>
 #include <QTextFrame>
+
+#include <cmath>
 
 namespace tomewise {
 
@@ -45,6 +50,51 @@ bool writeTextDocumentPdf(QTextDocument &document, const QString &path, const QS
     return true;
 }
 
+namespace {
+
+// The paginated layout breaks a paragraph wherever the page ends; on screen the
+// space between two pages then falls in mid-sentence. Each paragraph (and each
+// heading with the start of what follows it) that would straddle a page moves
+// whole to the next one.
+void keepParagraphsOnOnePage(QTextDocument &doc, qreal margin)
+{
+    const qreal pageHeight = doc.pageSize().height();
+    QAbstractTextDocumentLayout *layout = doc.documentLayout();
+    for (auto it = doc.rootFrame()->begin(); !it.atEnd(); ++it) {
+        QTextBlock block = it.currentBlock();
+        if (!block.isValid())
+            continue; // a table: its rows may break between pages
+        doc.pageCount(); // the layout runs in steps; this finishes it
+        const QRectF rect = layout->blockBoundingRect(block);
+        qreal height = rect.height();
+        if (block.blockFormat().headingLevel() > 0) {
+            const QTextBlock next = block.next();
+            if (next.isValid())
+                height += qMin<qreal>(layout->blockBoundingRect(next).height(), 3 * QFontMetricsF(doc.defaultFont()).lineSpacing());
+        }
+        const qreal pageTop = std::floor(rect.top() / pageHeight) * pageHeight;
+        const qreal contentBottom = pageTop + pageHeight - margin;
+        if (rect.top() + height <= contentBottom || height > pageHeight - 2 * margin)
+            continue;
+        // A heading left alone above the paragraph goes along with it.
+        const QTextBlock previous = block.previous();
+        QTextBlock moved = block;
+        qreal top = rect.top();
+        if (previous.isValid() && previous.blockFormat().headingLevel() > 0) {
+            const qreal headingTop = layout->blockBoundingRect(previous).top();
+            if (headingTop >= pageTop) {
+                moved = previous;
+                top = headingTop;
+            }
+        }
+        QTextBlockFormat format = moved.blockFormat();
+        format.setTopMargin(format.topMargin() + (pageTop + pageHeight + margin - top));
+        QTextCursor(moved).setBlockFormat(format);
+    }
+}
+
+} // namespace
+
 bool writeUserGuidePdf(const QString &markdownPath, const QString &pdfPath, QString *error)
 {
     QFile in(markdownPath);
@@ -59,11 +109,15 @@ bool writeUserGuidePdf(const QString &markdownPath, const QString &pdfPath, QStr
     doc.setMarkdown(QString::fromUtf8(in.readAll()));
     // Root-frame margins repeat on every page, unlike the document margin.
     QTextFrameFormat frame = doc.rootFrame()->frameFormat();
-    frame.setMargin(18);
+    constexpr qreal margin = 18;
+    frame.setMargin(margin);
     doc.rootFrame()->setFrameFormat(frame);
     // About the shape of a phone screen: a page fitted to the screen's width shows
     // the text a little larger than it is printed.
-    return writeTextDocumentPdf(doc, pdfPath, QStringLiteral("Overview"), error, QSizeF(340, 680));
+    const QSizeF page(340, 680);
+    doc.setPageSize(page);
+    keepParagraphsOnOnePage(doc, margin);
+    return writeTextDocumentPdf(doc, pdfPath, QStringLiteral("Overview"), error, page);
 }
 
 } // namespace tomewise
