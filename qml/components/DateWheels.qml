@@ -17,16 +17,11 @@ RowLayout {
 
     spacing: 4
 
-    // The wheels follow the chosen day after a pick, whatever the user scrolled.
-    onYearChanged: yearWheel.currentIndex = year - firstYear
-    onMonthChanged: monthWheel.currentIndex = Math.max(0, month - 1)
-    onDayChanged: dayWheel.currentIndex = Math.max(0, day - 1)
-
     DateWheel {
         id: monthWheel
         model: 12
         Layout.preferredWidth: 130
-        currentIndex: Math.max(0, wheels.month - 1)
+        selected: Math.max(0, wheels.month - 1)
         label: index => Qt.locale().standaloneMonthName(index)
         onSettled: index => wheels.pick(wheels.year, index + 1, wheels.day)
     }
@@ -34,7 +29,7 @@ RowLayout {
         id: dayWheel
         model: wheels.daysIn(wheels.year, wheels.month)
         Layout.preferredWidth: 60
-        currentIndex: Math.max(0, wheels.day - 1)
+        selected: Math.max(0, wheels.day - 1)
         label: index => index + 1
         onSettled: index => wheels.pick(wheels.year, wheels.month, index + 1)
     }
@@ -42,7 +37,7 @@ RowLayout {
         id: yearWheel
         model: wheels.lastYear - wheels.firstYear + 1
         Layout.preferredWidth: 80
-        currentIndex: wheels.year - wheels.firstYear
+        selected: wheels.year - wheels.firstYear
         label: index => wheels.firstYear + index
         onSettled: index => wheels.pick(wheels.firstYear + index, wheels.month, wheels.day)
     }
@@ -51,8 +46,15 @@ RowLayout {
     component DateWheel: Tumbler {
         id: wheel
         property var label
+        property int selected
         property real pending: 0
         signal settled(int index)
+
+        // The wheel follows the chosen date after a pick, whatever the user scrolled,
+        // and keeps it when its length changes (the days of another month).
+        currentIndex: selected
+        onSelectedChanged: currentIndex = selected
+        onCountChanged: currentIndex = selected
 
         visibleItemCount: 5
         delegate: Component {

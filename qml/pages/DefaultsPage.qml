@@ -62,6 +62,19 @@ ScreenPage {
         }
     }
 
+    // Still readable when off: the style's disabled grey is too faint.
+    component ToolbarButton: Button {
+        id: toolbarButton
+        flat: true
+        contentItem: Label {
+            text: toolbarButton.text.toUpperCase()
+            font.bold: true
+            color: toolbarButton.enabled ? Theme.accent : Theme.muted
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+        }
+    }
+
     component Card: Rectangle {
         default property alias content: cardColumn.data
         Layout.fillWidth: true
@@ -167,17 +180,15 @@ ScreenPage {
                 RowLayout {
                     Layout.fillWidth: true
                     enabled: ctl.DefaultDateSwitch
-                    Button {
+                    ToolbarButton {
                         objectName: "doneButton"
                         text: "Done"
-                        flat: true
                         onClicked: ctl.doneClick()
                     }
                     Item { Layout.fillWidth: true }
-                    Button {
+                    ToolbarButton {
                         objectName: "todayButton"
                         text: "Today"
-                        flat: true
                         onClicked: ctl.todayClick()
                     }
                 }
