@@ -11,10 +11,11 @@ TestCase {
     property var window
 
     function initTestCase() {
-        library.addBook("Dune", "Frank Herbert", "")
+        library.addBook("Dune", "Frank Herbert", "Reread for the film.", new Date(2025, 2, 5))
         library.addBook("Emma", "Jane Austen",
-                        "First line of a long note.\nSecond line, and a third one that runs on and on past the edge of the card.\nThird.\nFourth.")
-        library.addBook("三体 📚", "Liu Cixin", "")
+                        "First line of a long note.\nSecond line, and a third one that runs on and on past the edge of the card.\nThird.\nFourth.",
+                        new Date(2025, 5, 12))
+        library.addBook("三体 📚", "Liu Cixin", "", new Date(2025, 9, 1))
         const component = Qt.createComponent("qrc:/qml/Main.qml")
         compare(component.status, Component.Ready, component.errorString())
         window = component.createObject(null, { appDelegate: testApp })

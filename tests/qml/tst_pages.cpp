@@ -3,7 +3,9 @@
 #include "support/imagefixtures.h"
 #include "support/testapp.h"
 
+#include <QDate>
 #include <QDir>
+#include <QLocale>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickStyle>
@@ -31,10 +33,15 @@ class Library : public QObject
     Q_OBJECT
 public:
     tomewise::test::TestApp *app = nullptr;
-    Q_INVOKABLE int addBook(const QString &name, const QString &author, const QString &notes)
+    // `read` is the day finished, as the start-up's date repair reads it.
+    Q_INVOKABLE int addBook(const QString &name, const QString &author, const QString &notes, const QDate &read)
     {
         auto b = tomewise::test::book(name, author);
         b.notes = notes;
+        b.year = qint16(read.year());
+        b.month = qint16(read.month());
+        b.day = qint16(read.day());
+        b.dt = QLocale(QLocale::English, QLocale::UnitedStates).toString(read, QStringLiteral("MMM d, yyyy"));
         b.pictureImage = tomewise::test::encode(tomewise::test::coverImage(QSize(125, 180)), "JPEG", 80);
         return int(app->insert(b).pk);
     }
