@@ -67,7 +67,7 @@ Item {
             verticalAlignment: Text.AlignVCenter
         }
         background: Rectangle {
-            implicitHeight: 40
+            implicitHeight: Theme.touchTarget
             radius: 8
             color: Qt.rgba(0, 0, 0, 0.07)
         }

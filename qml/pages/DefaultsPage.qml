@@ -132,10 +132,11 @@ ScreenPage {
                     readOnly: true
                     text: ctl.DefaultDateTextField
                     placeholderText: "Choose a date below"
+                    placeholderTextColor: Theme.muted
                     font.pixelSize: 17
                     leftPadding: 10
                     background: Rectangle {
-                        implicitHeight: 42
+                        implicitHeight: Theme.touchTarget
                         radius: 5
                         border.width: 1
                         border.color: "black"
