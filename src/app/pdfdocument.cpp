@@ -3,12 +3,12 @@
 #include <QAbstractTextDocumentLayout>
 #include <QFile>
 #include <QFontMetricsF>
-#include <QTextBlock>
-#include <QTextCursor>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextFrame>
 

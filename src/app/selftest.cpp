@@ -128,6 +128,9 @@ int runSelfTest()
         } else {
             QObject *window = engine.rootObjects().first();
             settle(200);
+            // The window's own popups and the main menu's, which is never opened again.
+            std::fprintf(stderr, "self-test: %-20s %2d popup(s) %s\n", "MainMenu", openPopups({window}),
+                         g_warnings == 0 ? "ok" : "WARNINGS");
             for (const QString &target : PageDirectory().targets()) {
                 if (target == QLatin1String("MainMenu"))
                     continue;

@@ -57,6 +57,8 @@ void ReferenceTableController::load()
 {
     m_list.clear();
     m_filteredList.clear();
+    if (m_deleted)
+        m_deleted->row = -1; // its row is gone with the old order; an undo loads again
     fetch();
     // The search text is not applied again: the whole list shows until it changes.
     m_filteredList = m_list;
@@ -178,7 +180,7 @@ void ReferenceTableController::deleteRow(int row)
     m_rows.removeRowAt(row);
     m_deleted.reset();
     if (deleted) {
-        m_deleted = Deleted{entry, int(row), searching()};
+        m_deleted = Deleted{entry, row, searching()};
         Q_EMIT rowDeleted(entry.value.value_or(QString()));
     }
 }
@@ -192,6 +194,10 @@ void ReferenceTableController::undoDelete()
     if (!logIfFailed(context().insertEntry(m_info.entity, entry)))
         return;
     app().saveContext();
+    if (deleted.row < 0) {
+        load();
+        return;
+    }
     // The entry comes back under a new key; the other array may still hold the old one.
     for (auto *list : {&m_list, &m_filteredList}) {
         for (auto &e : *list) {

@@ -89,7 +89,7 @@ private:
     struct Deleted
     {
         ReferenceEntry entry;
-        int row = 0;
+        int row = 0; // -1 once the list has loaded again
         bool fromFiltered = false;
     };
     std::optional<Deleted> m_deleted;

@@ -215,9 +215,17 @@ void TestReference::deleteDuringSearch()
     QCOMPARE(list.shown().size(), names.size() - 1);
 
     // Without a search the full list loses the row at once.
+    const QString gone = list.shown().first();
     list.ctl.deleteRow(0);
     QCOMPARE(list.shown().size(), names.size() - 2);
     QCOMPARE(t.entryNames(entityOf(kind)).size(), names.size() - 2);
+    // An undo after the order changed shows the entry where the new order puts it.
+    list.ctl.SortButtonTapped();
+    list.ctl.undoDelete();
+    QVERIFY(list.shown().contains(gone));
+    QStringList sorted = list.shown();
+    std::sort(sorted.begin(), sorted.end(), std::greater<>());
+    QCOMPARE(list.shown(), sorted);
 }
 
 void TestReference::add_data()
