@@ -115,6 +115,15 @@ TestCase {
         tryCompare(rows, "count", 29)
         tryVerify(() => firstRow(rows) === "Action Adventure")
 
+        // A long press of a finger offers the same menu.
+        const row = rows.itemAtIndex(2)
+        touchEvent(row).press(0, row, row.width / 2, row.height / 2).commit()
+        const menu = findChild(row, "rowMenu")
+        tryCompare(menu, "opened", true, 3000)
+        touchEvent(row).release(0, row, row.width / 2, row.height / 2).commit()
+        menu.close()
+        tryCompare(menu, "visible", false)
+
         // The add screen: the name field has the keyboard; Enter answers the
         // alert, Escape goes back.
         mouseClick(findChild(window.header, "AddButton"))
