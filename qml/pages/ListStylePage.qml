@@ -24,6 +24,7 @@ ScreenPage {
         ctl.viewDidLoad()
     }
     StackView.onActivating: ctl.viewWillAppear()
+    StackView.onDeactivating: notice.close()
 
     barActions: Component {
         RowLayout {

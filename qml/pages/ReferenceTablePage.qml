@@ -27,7 +27,10 @@ ScreenPage {
     unwindTargets: [ctl.unwindName]
     onUnwound: ctl.unwindToTableView()
     Component.onCompleted: ctl.viewDidLoad()
-    StackView.onDeactivating: ctl.viewWillDisappear()
+    StackView.onDeactivating: {
+        notice.close()
+        ctl.viewWillDisappear()
+    }
 
     Notice { id: notice }
 
