@@ -245,6 +245,7 @@ Flickable {
 
     FileDialog {
         id: fileDialog
+        objectName: "coverPicker"
         title: "Choose a cover picture"
         nameFilters: ["Images (*.jpg *.jpeg *.png)", "All images (*.jpg *.jpeg *.png *.gif *.bmp *.webp *.tif *.tiff)", "All files (*)"]
         onAccepted: fields.form.documentPicked(selectedFile)

@@ -32,7 +32,20 @@ std::optional<QImage> DesktopPlatform::clipboardImage() const
 
 bool DesktopPlatform::canSendMail() const
 {
-    return !QStandardPaths::findExecutable(QStringLiteral("xdg-email")).isEmpty();
+    // xdg-email exists on every desktop but only reaches a mail program when
+    // one is registered for mailto: addresses.
+    if (QStandardPaths::findExecutable(QStringLiteral("xdg-email")).isEmpty())
+        return false;
+    QProcess query;
+    query.start(QStringLiteral("xdg-mime"),
+                {QStringLiteral("query"), QStringLiteral("default"), QStringLiteral("x-scheme-handler/mailto")});
+    if (!query.waitForFinished(3000)) {
+        query.kill();
+        query.waitForFinished(500);
+        return false;
+    }
+    return query.exitStatus() == QProcess::NormalExit && query.exitCode() == 0
+        && !query.readAllStandardOutput().trimmed().isEmpty();
 }
 
 void DesktopPlatform::composeMail(const MailDraft &draft)
@@ -50,8 +63,9 @@ void DesktopPlatform::composeMail(const MailDraft &draft)
 
 bool DesktopPlatform::canSendText() const
 {
-    // The desktop has no messages app; its share sheet stands in for one.
-    return true;
+    // The desktop has no messages app; our own share sheet stands in for one,
+    // and it needs a window to show in.
+    return qobject_cast<QGuiApplication *>(QCoreApplication::instance()) != nullptr;
 }
 
 void DesktopPlatform::composeMessage(const QString &body, const QList<QUrl> &attachments)
