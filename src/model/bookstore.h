@@ -39,6 +39,8 @@ class BookStore
 {
 public:
     static constexpr int kSchemaVersion = 1;
+    // How long a write waits for another connection's lock before it fails.
+    static constexpr int kBusyTimeoutMs = 5000;
 
     BookStore();
     ~BookStore();
@@ -47,13 +49,18 @@ public:
 
     // Opens (creating when missing) the store file. On failure the result
     // carries the description and `userInfo` the details for the fatal message.
-    StoreResult open(const QString &path, QString *userInfo = nullptr);
+    StoreResult open(const QString &path, QString *userInfo = nullptr, int busyTimeoutMs = kBusyTimeoutMs);
     bool isOpen() const;
     QString path() const { return m_path; }
 
     // Books
     std::optional<QList<Books>> fetchBooks(const FetchRequest &request, QString *error = nullptr);
     std::optional<int> count(const FetchRequest &request, QString *error = nullptr);
+    // The keys of the matching books in the request's order, so that a long
+    // walk over them can load the books a slice at a time.
+    std::optional<QList<qint64>> fetchKeys(const FetchRequest &request, QString *error = nullptr);
+    // The books with these keys, covers included, in the keys' order.
+    std::optional<QList<Books>> fetchBooks(const QList<qint64> &keys, QString *error = nullptr);
     StoreResult insertBook(Books &book); // sets book.pk
     StoreResult updateBook(const Books &book); // every attribute but the cover
     StoreResult setCover(qint64 pk, const Data &pictureImage);
@@ -74,6 +81,10 @@ public:
     StoreResult saveContext();
 
     QSqlDatabase &database() { return m_db; }
+
+    // Writes that failed since the store was opened: a caller that must not
+    // report success compares it before and after.
+    int failedWrites() const { return m_failedWrites; }
 
     // Groups writes into one transaction (nested ones become savepoints).
     class Transaction
@@ -102,12 +113,14 @@ private:
                       QString *error) const;
     static QString lastError(const QSqlQuery &q);
     static QVariantList bookValues(const Books &book);
+    std::optional<QList<Books>> readBooks(QSqlQuery &q, bool covers);
 
     QString m_connection;
     QString m_path;
     QSqlDatabase m_db;
     QHash<QString, QSqlQuery> m_statements;
     int m_transactionDepth = 0;
+    int m_failedWrites = 0;
 };
 
 } // namespace tomewise
