@@ -5,6 +5,7 @@
 #include "app/log.h"
 #include "model/bookstore.h"
 
+#include <QIODevice>
 #include <QRegularExpression>
 #include <QTimeZone>
 
@@ -90,69 +91,71 @@ void ImportFileReader::fill(Books &book, const QStringList &fields, const DateTe
     }
 }
 
-void ImportFileReader::begin(const QString &document)
-{
-    m_lines.clear();
-    m_next = 0;
-    m_inserted = m_updated = m_skipped = 0;
-    m_byAuthorAndName.clear();
-    m_books.clear();
+namespace {
 
-    QString text = document;
-    text.replace(u'\r', u'\n');
-    text.remove(u'\'');
-    const QStringList lines = text.split(u'\n');
-    const QLatin1String marker(kMarker);
-    for (const QString &line : lines) {
-        if (line == marker) {
-            m_wrongFile = No;
-            break;
-        }
-        m_wrongFile = Yes;
-    }
-    if (m_wrongFile != No)
-        return;
-    for (const QString &line : lines) {
-        if (!line.isEmpty() && line != marker)
-            m_lines.append(line);
-    }
-    if (!m_lines.isEmpty() && !buildIndex())
-        m_lines.clear();
-}
-
-bool ImportFileReader::buildIndex()
+// A title or author that shows nothing (empty, blanks, control characters)
+// would make a book no list or repair can name.
+bool blank(const Text &value)
 {
-    QString error;
-    auto books = m_store.fetchBooks(FetchRequest{}, &error);
-    if (!books) {
-        qCWarning(lcExchange).noquote() << error;
-        return false;
-    }
-    m_books.reserve(books->size());
-    for (Books &b : *books) {
-        index(b);
-        m_books.insert(b.pk, std::move(b));
+    if (!value)
+        return true;
+    for (QChar c : *value) {
+        if (!c.isSpace() && c.category() != QChar::Other_Control && c.category() != QChar::Other_Format)
+            return false;
     }
     return true;
 }
 
-void ImportFileReader::index(const Books &book)
+} // namespace
+
+std::optional<QString> ImportFileReader::nextLine()
 {
-    // A store "=" never matches an absent value.
-    if (book.author && book.name)
-        m_byAuthorAndName[{*book.author, *book.name}].append(book.pk);
+    // Carriage returns count as line feeds; apostrophes are dropped everywhere.
+    while (m_pieces.isEmpty()) {
+        if (!m_device || m_device->atEnd())
+            return std::nullopt;
+        QByteArray line = m_device->readLine();
+        if (line.isEmpty() && m_device->atEnd())
+            return std::nullopt;
+        ++m_lineNumber;
+        if (line.endsWith('\n'))
+            line.chop(1);
+        m_pieces = line.split('\r');
+    }
+    QString text = QString::fromUtf8(m_pieces.takeFirst());
+    text.remove(u'\'');
+    return text;
 }
 
-void ImportFileReader::unindex(const Books &book)
+void ImportFileReader::begin(QIODevice *device)
 {
-    if (!book.author || !book.name)
-        return;
-    auto it = m_byAuthorAndName.find({*book.author, *book.name});
-    if (it == m_byAuthorAndName.end())
-        return;
-    it->removeOne(book.pk);
-    if (it->isEmpty())
-        m_byAuthorAndName.erase(it);
+    m_device = device;
+    m_pieces.clear();
+    m_lineNumber = 0;
+    m_inserted = m_updated = m_skipped = m_nameless = m_failed = 0;
+    m_notSaved.clear();
+    m_done = true;
+
+    const QLatin1String marker(kMarker);
+    m_wrongFile = Yes;
+    while (const auto line = nextLine()) {
+        if (*line == marker) {
+            m_wrongFile = No;
+            break;
+        }
+    }
+    // Lines before the marker are records too: the walk starts again at the top.
+    m_pieces.clear();
+    m_lineNumber = 0;
+    if (m_wrongFile == No && m_device->reset())
+        m_done = false;
+}
+
+void ImportFileReader::notSaved(const QStringList &fields, const QString &reason)
+{
+    qCWarning(lcExchange).noquote() << QStringLiteral("Record on line %1 not saved (%2)").arg(m_lineNumber).arg(reason);
+    if (m_notSaved.size() < kNotSavedListed)
+        m_notSaved.append({m_lineNumber, fields.value(0), fields.value(8), reason});
 }
 
 void ImportFileReader::importLine(const QString &line)
@@ -160,63 +163,82 @@ void ImportFileReader::importLine(const QString &line)
     const QStringList fields = line.split(u'^');
     const QString theAuthor = fields.value(0);
     const QString theBookName = fields.value(8);
-    const QList<qint64> matches = m_byAuthorAndName.value({theAuthor, theBookName});
-    if (matches.size() > 1) {
+
+    // Asked of the store for every record, so earlier lines of the same file count.
+    FetchRequest request;
+    request.predicates = {Predicate::equal(QStringLiteral("author"), theAuthor),
+                          Predicate::equal(QStringLiteral("name"), theBookName)};
+    request.fetchLimit = 2;
+    QString error;
+    const auto matches = m_store.fetchBooks(request, &error);
+    if (!matches) {
+        qCWarning(lcStore).noquote() << error;
+        ++m_failed;
+        notSaved(fields, error);
+        return;
+    }
+    if (matches->size() > 1) {
         ++m_skipped;
         return;
     }
 
-    BookStore::Transaction record(m_store);
-    Books book = matches.isEmpty() ? Books{} : m_books.value(matches.first());
-    const Books before = book;
+    Books book = matches->isEmpty() ? Books{} : matches->first();
     fill(book, fields, m_dates);
     StoreResult result;
-    if (matches.isEmpty()) {
+    if (matches->isEmpty()) {
+        if (blank(book.name) || blank(book.author)) {
+            ++m_nameless;
+            notSaved(fields, QStringLiteral("no title or no author"));
+            return;
+        }
         result = m_store.insertBook(book);
     } else {
+        BookStore::Transaction record(m_store);
         result = m_store.updateBook(book);
-        if (result && book.pictureImage != before.pictureImage)
+        if (result && book.pictureImage)
             result = m_store.setCover(book.pk, book.pictureImage);
+        if (result)
+            result = record.commit();
     }
-    if (result)
-        result = record.commit();
-    if (!logIfFailed(result))
+    if (!logIfFailed(result)) {
+        ++m_failed;
+        notSaved(fields, result.error);
         return;
-
-    // The index follows the store, as a fetch for the next line would.
-    book.pictureImage.reset();
-    if (matches.isEmpty()) {
-        ++m_inserted;
-    } else {
-        ++m_updated;
-        unindex(before);
     }
-    index(book);
-    m_books.insert(book.pk, book);
+    ++(matches->isEmpty() ? m_inserted : m_updated);
+    if (m_savedHook && !m_savedHook(m_inserted + m_updated))
+        m_done = true;
 }
 
 bool ImportFileReader::step(int count)
 {
-    const qsizetype to = std::min(m_lines.size(), m_next + qsizetype(std::max(count, 1)));
-    if (m_next < to) {
-        BookStore::Transaction batch(m_store);
-        for (; m_next < to; ++m_next)
-            importLine(m_lines[m_next]);
-        logIfFailed(batch.commit());
+    const QLatin1String marker(kMarker);
+    for (int n = std::max(count, 1); n > 0 && !m_done;) {
+        const auto line = nextLine();
+        if (!line) {
+            m_done = true;
+            break;
+        }
+        if (line->isEmpty() || *line == marker)
+            continue;
+        importLine(*line);
+        --n;
     }
-    return m_next >= m_lines.size();
+    return m_done;
 }
 
-void ImportFileReader::run(const QString &document)
+void ImportFileReader::run(QIODevice *device)
 {
-    begin(document);
+    begin(device);
     while (!step(kBatch)) {
     }
 }
 
 double ImportFileReader::progress() const
 {
-    return m_lines.isEmpty() ? 1.0 : double(m_next) / double(m_lines.size());
+    if (m_done || !m_device || m_device->size() <= 0)
+        return 1.0;
+    return double(m_device->pos()) / double(m_device->size());
 }
 
 } // namespace tomewise
