@@ -3,6 +3,7 @@
 // libjpeg-turbo re-encode of the covers for the export, sqlite3 .import of
 // the same file for the import. Each phase runs in a child process of its own
 // so that its peak memory (VmHWM) is its own: usage bench_exchange [BOOKS...]
+// (or one phase alone: --library DIR BOOKS, --export DIR FILE, --import DIR FILE).
 #include "exchange/exportfilewriter.h"
 #include "exchange/importfilereader.h"
 #include "plainjpeg.h"
@@ -20,6 +21,7 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <sys/resource.h>
 
 using namespace tomewise;
 
@@ -117,17 +119,36 @@ int importPhase(const QString &dir, const QString &file)
     return 0;
 }
 
-QStringList runChild(const QStringList &args)
+// CPU seconds (user and system) of this process, or of its finished children.
+double cpuSeconds(int who)
 {
+    rusage usage{};
+    getrusage(who, &usage);
+    auto seconds = [](const timeval &t) { return double(t.tv_sec) + double(t.tv_usec) / 1e6; };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+// Wall and CPU seconds of one piece of work.
+struct Cost
+{
+    double wall = 0;
+    double cpu = 0;
+};
+
+QStringList runChild(const QStringList &args, double *cpu)
+{
+    const double before = cpuSeconds(RUSAGE_CHILDREN);
     QProcess p;
     p.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     p.start(QCoreApplication::applicationFilePath(), args);
     p.waitForFinished(-1);
+    *cpu = cpuSeconds(RUSAGE_CHILDREN) - before;
     return QString::fromLatin1(p.readAllStandardOutput()).simplified().split(u' ');
 }
 
-double runSqlite(const QStringList &args, const QByteArray &script)
+Cost runSqlite(const QStringList &args, const QByteArray &script)
 {
+    const double before = cpuSeconds(RUSAGE_CHILDREN);
     QElapsedTimer timer;
     timer.start();
     QProcess p;
@@ -137,11 +158,11 @@ double runSqlite(const QStringList &args, const QByteArray &script)
     p.waitForFinished(-1);
     if (p.exitCode() != 0)
         std::fprintf(stderr, "sqlite3: %s\n", p.readAllStandardError().constData());
-    return timer.elapsed() / 1000.0;
+    return {timer.elapsed() / 1000.0, cpuSeconds(RUSAGE_CHILDREN) - before};
 }
 
 // libjpeg-turbo re-encoding each book's cover once at the export's quality.
-double plainCovers(const QString &storePath)
+Cost plainCovers(const QString &storePath)
 {
     QList<QByteArray> covers;
     {
@@ -153,11 +174,12 @@ double plainCovers(const QString &storePath)
         q.exec(QStringLiteral("SELECT COUNT(*) FROM BooksPictureImage"));
         q.next();
         const int n = q.value(0).toInt();
+        const double before = cpuSeconds(RUSAGE_SELF);
         QElapsedTimer timer;
         timer.start();
         for (int i = 0; i < n && !covers.isEmpty(); ++i)
             plainReencode(covers[i % covers.size()], 90);
-        return timer.elapsed() / 1000.0;
+        return {timer.elapsed() / 1000.0, cpuSeconds(RUSAGE_SELF) - before};
     }
 }
 
@@ -171,38 +193,45 @@ void bench(int n)
     makeLibrary(source, n);
     std::printf("%d books: library made in %.1f s\n", n, timer.elapsed() / 1000.0);
 
-    const QStringList exported = runChild({QStringLiteral("--export"), source, file});
+    Cost exportCost;
+    const QStringList exported = runChild({QStringLiteral("--export"), source, file}, &exportCost.cpu);
+    exportCost.wall = exported.value(0).toDouble();
     const double fileMb = QFileInfo(file).size() / 1e6;
     const QString storePath = QDir(source).filePath(QLatin1String(AppDelegate::kStoreFileName));
-    const double sqliteDump = runSqlite(
+    const Cost dump = runSqlite(
         {storePath},
         QStringLiteral(".mode csv\n.once %1\nSELECT b.*, hex(c.pictureImage) FROM Books b LEFT JOIN "
                        "BooksPictureImage c ON c.book = b.pk ORDER BY name, author, dt;\n")
             .arg(dir.filePath(QStringLiteral("dump.csv")))
             .toUtf8());
-    const double plain = plainCovers(storePath);
-    const double exportSeconds = exported.value(0).toDouble();
-    std::printf("  export %.2f s, peak %s MB, file %.1f MB; sqlite3 dump %.2f s + libjpeg-turbo re-encode %.2f s "
-                "= %.2f s; ratio %.2f (goal <= 1.5)\n",
-                exportSeconds, qPrintable(exported.value(1)), fileMb, sqliteDump, plain, sqliteDump + plain,
-                exportSeconds / (sqliteDump + plain));
+    const Cost plain = plainCovers(storePath);
+    const Cost tools{dump.wall + plain.wall, dump.cpu + plain.cpu};
+    std::printf("  export: %.2f s wall, %.2f s CPU, peak %s MB, file %.1f MB\n"
+                "    sqlite3 dump %.2f s wall (%.2f CPU) + libjpeg-turbo re-encode %.2f s (%.2f CPU)\n"
+                "    ratio wall %.2f, CPU %.2f (goal <= 1.5)\n",
+                exportCost.wall, exportCost.cpu, qPrintable(exported.value(1)), fileMb, dump.wall, dump.cpu,
+                plain.wall, plain.cpu, exportCost.wall / tools.wall, exportCost.cpu / tools.cpu);
 
-    const QStringList imported = runChild({QStringLiteral("--import"), dir.filePath(QStringLiteral("target")), file});
+    Cost importCost;
+    const QStringList imported =
+        runChild({QStringLiteral("--import"), dir.filePath(QStringLiteral("target")), file}, &importCost.cpu);
+    importCost.wall = imported.value(0).toDouble();
     // The same file through sqlite3, split at the caret into one text column per field.
     QStringList columns;
     for (int i = 1; i <= 19; ++i)
         columns << QStringLiteral("f%1").arg(i);
-    const double sqliteImport = runSqlite(
+    const Cost sqliteImport = runSqlite(
         {dir.filePath(QStringLiteral("plain.sqlite"))},
         QStringLiteral(".mode list\n.separator ^ \"\\n\"\nCREATE TABLE T(%1);\n.import %2 T\n")
             .arg(columns.join(u','), file)
             .toUtf8());
-    const double importSeconds = imported.value(0).toDouble();
-    std::printf("  import %.2f s, peak %s MB (%s new, %s overwritten, %s skipped, %s failed); sqlite3 .import "
-                "%.2f s; ratio %.2f (goal <= 3)\n",
-                importSeconds, qPrintable(imported.value(1)), qPrintable(imported.value(2)),
+    std::printf("  import: %.2f s wall, %.2f s CPU, peak %s MB (%s new, %s overwritten, %s skipped, %s failed)\n"
+                "    sqlite3 .import %.2f s wall (%.2f CPU)\n"
+                "    ratio wall %.2f, CPU %.2f (goal <= 3)\n",
+                importCost.wall, importCost.cpu, qPrintable(imported.value(1)), qPrintable(imported.value(2)),
                 qPrintable(imported.value(3)), qPrintable(imported.value(4)), qPrintable(imported.value(5)),
-                sqliteImport, importSeconds / sqliteImport);
+                sqliteImport.wall, sqliteImport.cpu, importCost.wall / sqliteImport.wall,
+                importCost.cpu / sqliteImport.cpu);
     std::fflush(stdout);
 }
 
@@ -217,6 +246,10 @@ int main(int argc, char *argv[])
         return exportPhase(args[1], args[2]);
     if (args.size() == 3 && args[0] == u"--import")
         return importPhase(args[1], args[2]);
+    if (args.size() == 3 && args[0] == u"--library") {
+        makeLibrary(args[1], args[2].toInt());
+        return 0;
+    }
     QList<int> sizes;
     for (const QString &a : args)
         sizes << a.toInt();

@@ -5,9 +5,13 @@
 #include "app/log.h"
 #include "model/bookstore.h"
 
+#include <QBuffer>
 #include <QIODevice>
 #include <QRegularExpression>
 #include <QTimeZone>
+
+#include <array>
+#include <cstring>
 
 namespace tomewise {
 
@@ -15,6 +19,11 @@ ImportFileReader::ImportFileReader(BookStore &store, const DateText &dates)
     : m_store(store)
     , m_dates(dates)
 {
+}
+
+ImportFileReader::~ImportFileReader()
+{
+    m_store.setAutoCheckpoint(BookStore::kAutoCheckpointPages);
 }
 
 const QStringList &ImportFileReader::keys()
@@ -45,33 +54,68 @@ std::optional<QDateTime> ImportFileReader::parseDate(const QString &text, const 
     return dates.parsePattern(text, QLatin1String(kDatePattern));
 }
 
-std::optional<QByteArray> ImportFileReader::decodeBase64(const QString &text)
+std::optional<QByteArray> ImportFileReader::decodeBase64(const QByteArray &text)
 {
-    // The standard alphabet with its padding, nothing else allowed.
-    if (text.size() % 4 != 0)
+    // The standard alphabet with its "=" padding, nothing else allowed. A table
+    // rather than Qt's decoder: covers make up most of a file's bytes.
+    static constexpr auto table = [] {
+        std::array<qint8, 256> t{};
+        t.fill(-1);
+        constexpr char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+        for (int i = 0; i < 64; ++i)
+            t[static_cast<unsigned char>(alphabet[i])] = static_cast<qint8>(i);
+        return t;
+    }();
+    const qsizetype size = text.size();
+    if (size % 4 != 0)
         return std::nullopt;
-    auto result = QByteArray::fromBase64Encoding(text.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
-    for (QChar c : text) {
-        if (c.unicode() > 0x7f)
+    const qsizetype padding = size == 0 ? 0 : (text.endsWith("==") ? 2 : text.endsWith('=') ? 1 : 0);
+    QByteArray out(size / 4 * 3 - padding, Qt::Uninitialized);
+    const auto *in = reinterpret_cast<const unsigned char *>(text.constData());
+    char *to = out.data();
+    qsizetype written = 0;
+    for (qsizetype i = 0; i < size; i += 4) {
+        const bool last = i + 4 == size;
+        const int a = table[in[i]];
+        const int b = table[in[i + 1]];
+        const int c = last && padding == 2 ? 0 : table[in[i + 2]];
+        const int d = last && padding >= 1 ? 0 : table[in[i + 3]];
+        if ((a | b | c | d) < 0)
             return std::nullopt;
+        const quint32 bits = quint32(a) << 18 | quint32(b) << 12 | quint32(c) << 6 | quint32(d);
+        const char bytes[3] = {char(bits >> 16), char(bits >> 8), char(bits)};
+        const qsizetype n = std::min<qsizetype>(3, out.size() - written);
+        std::memcpy(to + written, bytes, size_t(n));
+        written += n;
     }
-    if (!result)
-        return std::nullopt;
-    return *result;
+    return out;
 }
 
-void ImportFileReader::fill(Books &book, const QStringList &fields, const DateText &dates)
+void ImportFileReader::fill(Books &book, const QList<QByteArray> &fields, const DateText &dates)
 {
-    const auto attributes = keys();
+    // The attributes by position, looked up once.
+    static const auto attributes = [] {
+        QList<const BooksAttribute *> list;
+        for (const QString &key : keys())
+            list << booksAttribute(key);
+        return list;
+    }();
+    static const qsizetype notes = keys().indexOf(QStringLiteral("notes"));
     for (qsizetype i = 0; i < fields.size() && i < attributes.size(); ++i) {
-        QString value = fields[i];
-        value.remove(u'"');
-        if (value.isEmpty())
+        QByteArray bytes = fields[i];
+        bytes.removeIf([](char c) { return c == '"'; });
+        if (bytes.isEmpty())
             continue;
-        const BooksAttribute *a = booksAttribute(attributes[i]);
+        const BooksAttribute *a = attributes[i];
+        if (a->type() == AttributeType::Binary) {
+            if (const auto decoded = decodeBase64(bytes))
+                book.*std::get<Data Books::*>(a->member) = decoded;
+            continue;
+        }
+        QString value = QString::fromUtf8(bytes);
         switch (a->type()) {
         case AttributeType::String:
-            if (attributes[i] == u"notes")
+            if (i == notes)
                 value.replace(u'~', u'\n');
             book.*std::get<Text Books::*>(a->member) = value;
             break;
@@ -84,8 +128,6 @@ void ImportFileReader::fill(Books &book, const QStringList &fields, const DateTe
                 book.*std::get<Instant Books::*>(a->member) = d;
             break;
         case AttributeType::Binary:
-            if (const auto bytes = decodeBase64(value))
-                book.*std::get<Data Books::*>(a->member) = bytes;
             break;
         }
     }
@@ -108,61 +150,79 @@ bool blank(const Text &value)
 
 } // namespace
 
-std::optional<QString> ImportFileReader::nextLine()
+bool ImportFileReader::nextLine(QByteArray &line)
 {
     // Carriage returns count as line feeds; apostrophes are dropped everywhere.
     while (m_pieces.isEmpty()) {
-        if (!m_device || m_device->atEnd())
-            return std::nullopt;
-        QByteArray line = m_device->readLine();
-        if (line.isEmpty() && m_device->atEnd())
-            return std::nullopt;
+        qsizetype end = m_buffer.indexOf('\n', m_bufferPos);
+        while (end < 0 && m_device && !m_device->atEnd()) {
+            m_buffer.remove(0, m_bufferPos);
+            m_bufferPos = 0;
+            const qsizetype searched = m_buffer.size();
+            const QByteArray more = m_device->read(kChunk);
+            if (more.isEmpty())
+                break;
+            m_buffer += more;
+            end = m_buffer.indexOf('\n', searched);
+        }
+        if (end < 0) {
+            if (m_bufferPos >= m_buffer.size())
+                return false;
+            end = m_buffer.size();
+        }
         ++m_lineNumber;
-        if (line.endsWith('\n'))
-            line.chop(1);
-        m_pieces = line.split('\r');
+        m_pieces = QByteArrayView(m_buffer).sliced(m_bufferPos, end - m_bufferPos).toByteArray().split('\r');
+        m_bufferPos = end + 1;
     }
-    QString text = QString::fromUtf8(m_pieces.takeFirst());
-    text.remove(u'\'');
-    return text;
+    line = m_pieces.takeFirst();
+    line.removeIf([](char c) { return c == '\''; });
+    return true;
 }
 
 void ImportFileReader::begin(QIODevice *device)
 {
     m_device = device;
+    m_buffer.clear();
+    m_bufferPos = 0;
     m_pieces.clear();
     m_lineNumber = 0;
     m_inserted = m_updated = m_skipped = m_nameless = m_failed = 0;
     m_notSaved.clear();
     m_done = true;
 
-    const QLatin1String marker(kMarker);
     m_wrongFile = Yes;
-    while (const auto line = nextLine()) {
-        if (*line == marker) {
+    QByteArray line;
+    while (nextLine(line)) {
+        if (line == kMarker) {
             m_wrongFile = No;
             break;
         }
     }
     // Lines before the marker are records too: the walk starts again at the top.
+    m_buffer.clear();
+    m_bufferPos = 0;
     m_pieces.clear();
     m_lineNumber = 0;
     if (m_wrongFile == No && m_device->reset())
         m_done = false;
+    // A long run of small commits copies each index page back once per
+    // checkpoint; fewer checkpoints while it lasts, the usual ones after.
+    if (!m_done)
+        m_store.setAutoCheckpoint(kImportCheckpointPages);
 }
 
-void ImportFileReader::notSaved(const QStringList &fields, const QString &reason)
+void ImportFileReader::notSaved(const QString &author, const QString &name, const QString &reason)
 {
     qCWarning(lcExchange).noquote() << QStringLiteral("Record on line %1 not saved (%2)").arg(m_lineNumber).arg(reason);
     if (m_notSaved.size() < kNotSavedListed)
-        m_notSaved.append({m_lineNumber, fields.value(0), fields.value(8), reason});
+        m_notSaved.append({m_lineNumber, author, name, reason});
 }
 
-void ImportFileReader::importLine(const QString &line)
+void ImportFileReader::importLine(const QByteArray &line)
 {
-    const QStringList fields = line.split(u'^');
-    const QString theAuthor = fields.value(0);
-    const QString theBookName = fields.value(8);
+    const QList<QByteArray> fields = line.split('^');
+    const QString theAuthor = QString::fromUtf8(fields.value(0));
+    const QString theBookName = QString::fromUtf8(fields.value(8));
 
     // Asked of the store for every record, so earlier lines of the same file count.
     FetchRequest request;
@@ -174,7 +234,7 @@ void ImportFileReader::importLine(const QString &line)
     if (!matches) {
         qCWarning(lcStore).noquote() << error;
         ++m_failed;
-        notSaved(fields, error);
+        notSaved(theAuthor, theBookName, error);
         return;
     }
     if (matches->size() > 1) {
@@ -188,7 +248,7 @@ void ImportFileReader::importLine(const QString &line)
     if (matches->isEmpty()) {
         if (blank(book.name) || blank(book.author)) {
             ++m_nameless;
-            notSaved(fields, QStringLiteral("no title or no author"));
+            notSaved(theAuthor, theBookName, QStringLiteral("no title or no author"));
             return;
         }
         result = m_store.insertBook(book);
@@ -202,7 +262,7 @@ void ImportFileReader::importLine(const QString &line)
     }
     if (!logIfFailed(result)) {
         ++m_failed;
-        notSaved(fields, result.error);
+        notSaved(theAuthor, theBookName, result.error);
         return;
     }
     ++(matches->isEmpty() ? m_inserted : m_updated);
@@ -212,16 +272,15 @@ void ImportFileReader::importLine(const QString &line)
 
 bool ImportFileReader::step(int count)
 {
-    const QLatin1String marker(kMarker);
+    QByteArray line;
     for (int n = std::max(count, 1); n > 0 && !m_done;) {
-        const auto line = nextLine();
-        if (!line) {
+        if (!nextLine(line)) {
             m_done = true;
             break;
         }
-        if (line->isEmpty() || *line == marker)
+        if (line.isEmpty() || line == kMarker)
             continue;
-        importLine(*line);
+        importLine(line);
         --n;
     }
     return m_done;
@@ -232,6 +291,15 @@ void ImportFileReader::run(QIODevice *device)
     begin(device);
     while (!step(kBatch)) {
     }
+}
+
+void ImportFileReader::run(const QString &document)
+{
+    QByteArray bytes = document.toUtf8();
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    run(&buffer);
+    m_device = nullptr;
 }
 
 double ImportFileReader::progress() const

@@ -16,7 +16,7 @@ class BookStore;
 class DateText;
 
 // Reads an export file back into the store line by line, never holding more
-// than one line: each record inserts a book, overwrites the one book with its
+// than a chunk and a line: each record inserts a book, overwrites the one book with its
 // author and title, or is skipped when several share them. Every record asks
 // the store for its match and is saved on its own, so a reader stopped at any
 // point has kept every record before it.
@@ -43,6 +43,9 @@ public:
     };
 
     ImportFileReader(BookStore &store, const DateText &dates);
+    ~ImportFileReader();
+    ImportFileReader(const ImportFileReader &) = delete;
+    ImportFileReader &operator=(const ImportFileReader &) = delete;
 
     // The field keys in file order.
     static const QStringList &keys();
@@ -54,6 +57,8 @@ public:
     bool step(int count);
     // begin() and every step() at once.
     void run(QIODevice *device);
+    // The same over a text already in memory (a test's, a fuzzer's).
+    void run(const QString &document);
     // Called after each saved record with the number saved so far; returning
     // false stops the reader there, as a process ending would.
     void setSavedHook(std::function<bool(int)> hook) { m_savedHook = std::move(hook); }
@@ -70,20 +75,27 @@ public:
     const QList<NotSaved> &notSaved() const { return m_notSaved; }
 
     // Sets the attributes of one record from its fields, by position.
-    static void fill(Books &book, const QStringList &fields, const DateText &dates);
+    // The fields are the line's UTF-8 bytes between carets.
+    static void fill(Books &book, const QList<QByteArray> &fields, const DateText &dates);
     static std::optional<QDateTime> parseDate(const QString &text, const DateText &dates);
-    static std::optional<QByteArray> decodeBase64(const QString &text);
+    static std::optional<QByteArray> decodeBase64(const QByteArray &text);
 
 private:
-    std::optional<QString> nextLine();
-    void importLine(const QString &line);
-    void notSaved(const QStringList &fields, const QString &reason);
+    static constexpr qint64 kChunk = 1 << 20;
+    static constexpr int kImportCheckpointPages = 16384;
+
+    // The next line, normalised; false at the end of the file.
+    bool nextLine(QByteArray &line);
+    void importLine(const QByteArray &line);
+    void notSaved(const QString &author, const QString &name, const QString &reason);
 
     BookStore &m_store;
     const DateText &m_dates;
     QIODevice *m_device = nullptr;
     std::function<bool(int)> m_savedHook;
     int m_wrongFile = NotKnown;
+    QByteArray m_buffer; // read ahead in chunks; lines are cut from it
+    qsizetype m_bufferPos = 0;
     QList<QByteArray> m_pieces; // what is left of the current line, split at carriage returns
     qint64 m_lineNumber = 0;
     bool m_done = true;

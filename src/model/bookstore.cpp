@@ -568,6 +568,17 @@ StoreResult BookStore::saveContext()
     return {};
 }
 
+StoreResult BookStore::setAutoCheckpoint(int pages)
+{
+    if (!isOpen())
+        return {};
+    QSqlQuery q(m_db);
+    if (!q.exec(QStringLiteral("PRAGMA wal_autocheckpoint=%1").arg(std::max(pages, 0))))
+        return {false, lastError(q)};
+    q.finish();
+    return {};
+}
+
 BookStore::Transaction::Transaction(BookStore &store)
     : m_store(store)
     , m_name(QStringLiteral("tw%1").arg(store.m_transactionDepth))

@@ -41,6 +41,8 @@ public:
     static constexpr int kSchemaVersion = 1;
     // How long a write waits for another connection's lock before it fails.
     static constexpr int kBusyTimeoutMs = 5000;
+    // SQLite's own default: the WAL is copied back after this many pages.
+    static constexpr int kAutoCheckpointPages = 1000;
 
     BookStore();
     ~BookStore();
@@ -79,6 +81,8 @@ public:
 
     // Nothing is ever left unsaved; this makes the WAL durable in the main file.
     StoreResult saveContext();
+    // How many WAL pages trigger a checkpoint; a long import raises it for a while.
+    StoreResult setAutoCheckpoint(int pages);
 
     QSqlDatabase &database() { return m_db; }
 
