@@ -155,8 +155,12 @@ bool ImportFileReader::nextLine(QByteArray &line)
     // Carriage returns count as line feeds; apostrophes are dropped everywhere.
     while (m_pieces.isEmpty()) {
         qsizetype end = m_buffer.indexOf('\n', m_bufferPos);
+        bool overlong = false;
         while (end < 0 && m_device && !m_device->atEnd()) {
-            m_buffer.remove(0, m_bufferPos);
+            // No record is this long; one that claims to be is passed over
+            // rather than held.
+            overlong = overlong || m_buffer.size() - m_bufferPos > kMaxLineBytes;
+            m_buffer.remove(0, overlong ? m_buffer.size() : m_bufferPos);
             m_bufferPos = 0;
             const qsizetype searched = m_buffer.size();
             const QByteArray more = m_device->read(kChunk);
@@ -166,11 +170,18 @@ bool ImportFileReader::nextLine(QByteArray &line)
             end = m_buffer.indexOf('\n', searched);
         }
         if (end < 0) {
-            if (m_bufferPos >= m_buffer.size())
+            if (m_bufferPos >= m_buffer.size() && !overlong)
                 return false;
             end = m_buffer.size();
         }
+        overlong = overlong || end - m_bufferPos > kMaxLineBytes;
         ++m_lineNumber;
+        if (overlong) {
+            m_bufferPos = end + 1;
+            ++m_overlong;
+            m_pieces = {QByteArray()};
+            break;
+        }
         m_pieces = QByteArrayView(m_buffer).sliced(m_bufferPos, end - m_bufferPos).toByteArray().split('\r');
         m_bufferPos = end + 1;
     }
@@ -203,6 +214,7 @@ void ImportFileReader::begin(QIODevice *device)
     m_bufferPos = 0;
     m_pieces.clear();
     m_lineNumber = 0;
+    m_overlong = 0;
     if (m_wrongFile == No && m_device->reset())
         m_done = false;
     // A long run of small commits copies each index page back once per
@@ -277,6 +289,13 @@ bool ImportFileReader::step(int count)
         if (!nextLine(line)) {
             m_done = true;
             break;
+        }
+        if (m_overlong > 0) {
+            m_overlong = 0;
+            ++m_failed;
+            notSaved(QString(), QString(), QStringLiteral("line longer than %1 MB").arg(kMaxLineBytes >> 20));
+            --n;
+            continue;
         }
         if (line.isEmpty() || line == kMarker)
             continue;

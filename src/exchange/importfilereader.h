@@ -28,6 +28,8 @@ public:
     static constexpr int kBatch = 500;
     // How many unsaved records are kept by name; the rest are only counted.
     static constexpr int kNotSavedListed = 100;
+    // A longer line is passed over as a record not saved.
+    static constexpr qsizetype kMaxLineBytes = qsizetype(64) << 20;
 
     // The wrongFile flag: not yet known, false, true.
     enum WrongFile { NotKnown = 2, No = 0, Yes = 1 };
@@ -98,6 +100,7 @@ private:
     qsizetype m_bufferPos = 0;
     QList<QByteArray> m_pieces; // what is left of the current line, split at carriage returns
     qint64 m_lineNumber = 0;
+    int m_overlong = 0; // the line just cut was too long and was dropped
     bool m_done = true;
     int m_inserted = 0;
     int m_updated = 0;

@@ -150,6 +150,7 @@ private Q_SLOTS:
     void importingTwiceKeepsTheCount();
     void eachRecordIsSavedOnItsOwn_data();
     void eachRecordIsSavedOnItsOwn();
+    void overlongLineIsPassedOver();
     void importScreenStates();
     void roundTrip();
     void commandLine();
@@ -462,6 +463,20 @@ void TestExchange::eachRecordIsSavedOnItsOwn()
     QCOMPARE(seen, expected);
     QCOMPARE(std::pair(reader.inserted(), reader.updated()), std::pair(saved - 1, 1));
     QCOMPARE(t.allBooks().size(), saved);
+}
+
+void TestExchange::overlongLineIsPassedOver()
+{
+    TestApp t;
+    QByteArray file = "[TOMEWISE]\nA^^^^^^^^T\nB^^^^^^^^U^^^^^^^^^^";
+    file += QByteArray(ImportFileReader::kMaxLineBytes + 1, 'A');
+    file += "\nC^^^^^^^^V\n";
+    QBuffer in(&file);
+    in.open(QIODevice::ReadOnly);
+    ImportFileReader reader(t.store(), t.app().dateText());
+    reader.run(&in);
+    QCOMPARE(std::pair(reader.inserted(), reader.failed()), std::pair(2, 1));
+    QCOMPARE(reader.notSaved().value(0).line, 3);
 }
 
 void TestExchange::importScreenStates()
