@@ -88,32 +88,25 @@ void makeLibrary(const QString &dir, int n)
     t.commit();
 }
 
-// Child phases: print "SECONDS PEAK_MB" and what they counted.
-int exportPhase(const QString &dir, const QString &file)
+// A child phase, export or import between a library folder and a file:
+// prints "SECONDS PEAK_MB" and what it counted.
+int phase(bool exporting, const QString &dir, const QString &file)
 {
     auto app = openApp(dir);
     QElapsedTimer timer;
     timer.start();
-    QFile out(file);
-    if (!out.open(QIODevice::WriteOnly))
+    QFile f(file);
+    if (!f.open(exporting ? QIODevice::WriteOnly : QIODevice::ReadOnly))
         return 1;
-    ExportFileWriter writer(app->persistentContainer(), app->dateText(), &out);
-    if (!writer.run(nullptr) || !out.flush())
-        return 1;
-    std::printf("%.3f %.0f %d\n", timer.elapsed() / 1000.0, peakMegabytes(), writer.bookCount());
-    return 0;
-}
-
-int importPhase(const QString &dir, const QString &file)
-{
-    auto app = openApp(dir);
-    QElapsedTimer timer;
-    timer.start();
-    QFile in(file);
-    if (!in.open(QIODevice::ReadOnly))
-        return 1;
+    if (exporting) {
+        ExportFileWriter writer(app->persistentContainer(), app->dateText(), &f);
+        if (!writer.run(nullptr) || !f.flush())
+            return 1;
+        std::printf("%.3f %.0f %d\n", timer.elapsed() / 1000.0, peakMegabytes(), writer.bookCount());
+        return 0;
+    }
     ImportFileReader reader(app->persistentContainer(), app->dateText());
-    reader.run(&in);
+    reader.run(&f);
     std::printf("%.3f %.0f %d %d %d %d\n", timer.elapsed() / 1000.0, peakMegabytes(), reader.inserted(),
                 reader.updated(), reader.skipped(), reader.failed());
     return 0;
@@ -242,10 +235,8 @@ int main(int argc, char *argv[])
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
     const QStringList args = QCoreApplication::arguments().mid(1);
-    if (args.size() == 3 && args[0] == u"--export")
-        return exportPhase(args[1], args[2]);
-    if (args.size() == 3 && args[0] == u"--import")
-        return importPhase(args[1], args[2]);
+    if (args.size() == 3 && (args[0] == u"--export" || args[0] == u"--import"))
+        return phase(args[0] == u"--export", args[1], args[2]);
     if (args.size() == 3 && args[0] == u"--library") {
         makeLibrary(args[1], args[2].toInt());
         return 0;

@@ -61,6 +61,14 @@ public:
     }
 };
 
+// Starts a process that holds the library while it waits on the busy store,
+// and waits until it has taken the lock.
+void startHolder(QProcess &p, TestApp &t)
+{
+    startCli(p, t.dataDirectory(), {"book", "add", "--title", "Dune", "--author", "Frank Herbert"}, 6000);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(t.dataDirectory() + QStringLiteral("/Tomewise.lock")), 5000);
+}
+
 int bookCount(TestApp &t)
 {
     return int(t.allBooks(false).size());
@@ -130,8 +138,7 @@ void TestLibrary::secondProcessIsRefused()
     // The first process waits on a busy store, holding the library meanwhile.
     WriteLock lock(t.store().path());
     QProcess first;
-    startCli(first, t.dataDirectory(), {"book", "add", "--title", "Dune", "--author", "Frank Herbert"}, 6000);
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(t.dataDirectory() + QStringLiteral("/Tomewise.lock")), 5000);
+    startHolder(first, t);
 
     QElapsedTimer waited;
     waited.start();
@@ -156,8 +163,7 @@ void TestLibrary::staleLockIsTakenOver()
         // A process killed while it held the library leaves its lock file behind.
         WriteLock lock(t.store().path());
         QProcess killed;
-        startCli(killed, t.dataDirectory(), {"book", "add", "--title", "Dune", "--author", "Frank Herbert"}, 6000);
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(t.dataDirectory() + QStringLiteral("/Tomewise.lock")), 5000);
+        startHolder(killed, t);
         killed.kill();
         QVERIFY(killed.waitForFinished(5000));
     }
