@@ -1,6 +1,7 @@
 import QtCore
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.Material
 import Qt.labs.folderlistmodel
 import QtQuick.Layouts
 import Tomewise
@@ -36,6 +37,8 @@ ScreenPage {
         objectName: "saveDialog"
         title: "Save To Files"
         property url folder
+        // No shadow layer: without a GPU it draws nothing and the dialog shows no background.
+        Material.elevation: 0
         readonly property string path: decodeURIComponent(folder.toString().replace(/^file:\/\//, ""))
         modal: true
         anchors.centerIn: Overlay.overlay
