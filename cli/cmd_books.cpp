@@ -109,6 +109,16 @@ bool lookUp(Context &ctx, BookForm &form, const AlertLog &alerts)
     return true;
 }
 
+// The screens log a save the store refused and carry on, as they must; the
+// command still fails then, naming what was not saved.
+int refusedByStore(Context &ctx, int failedBefore, const QString &what)
+{
+    if (ctx.app->persistentContainer().failedWrites() == failedBefore)
+        return 0;
+    ctx.err << what << " (the store refused the change)" << Qt::endl;
+    return 1;
+}
+
 int bookAdd(Context &ctx, QStringList &args)
 {
     NewBookViewController form(ctx.app);
@@ -127,8 +137,12 @@ int bookAdd(Context &ctx, QStringList &args)
         return refused;
     if (!args.isEmpty())
         return usageError(ctx, kAddUsage);
+    const int failedBefore = ctx.app->persistentContainer().failedWrites();
     if (!form.SaveNewBook())
         return 1;
+    if (const int status = refusedByStore(
+            ctx, failedBefore, QStringLiteral("Not saved: \"%1\"").arg(form.savedBook().name.value_or(QString()))))
+        return status;
     ctx.out << "Saved \"" << form.savedBook().name.value_or(QString()) << "\" (" << form.savedBook().dt.value_or(QString())
             << ")" << Qt::endl;
     return 0;
@@ -217,8 +231,12 @@ int bookDelete(Context &ctx, QStringList &args)
         return status;
     if (!args.isEmpty())
         return usageError(ctx, usage);
-    ctx.out << "Deleted:\n" << list.model()->labels(*row).join(u'\n') << Qt::endl;
+    const QStringList labels = list.model()->labels(*row);
+    const int failedBefore = ctx.app->persistentContainer().failedWrites();
     list.deleteRow(*row);
+    if (refusedByStore(ctx, failedBefore, QStringLiteral("Not deleted: ") + labels.value(0)))
+        return 1;
+    ctx.out << "Deleted:\n" << labels.join(u'\n') << Qt::endl;
     return 0;
 }
 
@@ -258,11 +276,14 @@ int bookEdit(Context &ctx, QStringList &args)
         return refused;
     if (!args.isEmpty())
         return usageError(ctx, usage);
+    const int failedBefore = ctx.app->persistentContainer().failedWrites();
     if (!detail.UpdateBook()) {
         if (!alerts.count())
             ctx.err << "The book was not saved" << Qt::endl;
         return 1;
     }
+    if (const int status = refusedByStore(ctx, failedBefore, QStringLiteral("Not saved: the changes to the book")))
+        return status;
     ctx.out << detail.shareText();
     return 0;
 }
