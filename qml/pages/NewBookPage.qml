@@ -9,6 +9,8 @@ ScreenPage {
     id: page
     title: ctl.title
     property alias controller: ctl
+    unwindTargets: ["unwindFromScanner"]
+    onUnwound: name => ctl.unwindFromScanner()
 
     NewBookViewController {
         id: ctl
@@ -32,6 +34,7 @@ ScreenPage {
     BookFormFields {
         anchors.fill: parent
         form: ctl
+        canScan: true
     }
 
     AlertHost { controller: ctl }

@@ -19,9 +19,13 @@
 #include "exchange/importviewcontroller.h"
 #include "browse/coverimageprovider.h"
 #include "browse/liststyletableviewcontroller.h"
+#include "entry/barcodeviewcontroller.h"
+#include "entry/captureviewcontroller.h"
+#include "entry/captureviewcontrollerios16.h"
 #include "entry/coverview.h"
 #include "entry/detailviewcontroller.h"
 #include "entry/newbookviewcontroller.h"
+#include "entry/newcaptureviewcontroller.h"
 
 #include <QQmlEngine>
 
@@ -63,6 +67,11 @@ void registerQmlTypes()
     qmlRegisterType<ListStyleTableViewController>(uri, 1, 0, "ListStyleTableViewController");
     qmlRegisterUncreatableType<ListStyleModel>(uri, 1, 0, "ListStyleModel", QStringLiteral("Owned by its list"));
     qmlRegisterType<CoverView>(uri, 1, 0, "CoverView");
+    qmlRegisterUncreatableType<CaptureSessionController>(uri, 1, 0, "CaptureSessionController", QStringLiteral("Base of the camera screens"));
+    qmlRegisterType<BarCodeViewController>(uri, 1, 0, "BarCodeViewController");
+    qmlRegisterType<NewCaptureViewController>(uri, 1, 0, "NewCaptureViewController");
+    qmlRegisterType<CaptureViewController>(uri, 1, 0, "CaptureViewController");
+    qmlRegisterType<CaptureViewControllerIOS16>(uri, 1, 0, "CaptureViewControllerIOS16");
 }
 
 void installImageProviders(QQmlEngine &engine, AppDelegate &delegate)
