@@ -66,16 +66,24 @@ const SymbologyInfo *info(ZXing::BarcodeFormat format)
     return nullptr;
 }
 
-// Each call reads one family; a linear family holds every accepted linear format.
-QList<ZXing::BarcodeFormats> families(const QList<Symbology> &accepted)
+struct Family
 {
-    QList<ZXing::BarcodeFormats> list;
+    ZXing::BarcodeFormats formats;
+    // Bars and PDF417 rows are read along lines, so a turned picture helps them;
+    // the other matrix codes are found at any angle anyway.
+    bool tryRotate;
+};
+
+// Each call reads one family; a linear family holds every accepted linear format.
+QList<Family> families(const QList<Symbology> &accepted)
+{
+    QList<Family> list;
     ZXing::BarcodeFormats linear;
     int linearAt = -1;
     for (Symbology s : accepted) {
         const auto &i = info(s);
         if (!i.linear) {
-            list.append(i.format);
+            list.append({i.format, s == Symbology::PDF417});
         } else {
             linear |= i.format;
             if (linearAt < 0)
@@ -83,7 +91,7 @@ QList<ZXing::BarcodeFormats> families(const QList<Symbology> &accepted)
         }
     }
     if (linearAt >= 0)
-        list.insert(linearAt, linear);
+        list.insert(linearAt, {linear, true});
     return list;
 }
 
@@ -300,6 +308,11 @@ BarcodeDecoder::BarcodeDecoder(QList<Symbology> accepted)
 
 QList<BarcodeRead> BarcodeDecoder::readAll(const PixelView &picture, QRect area) const
 {
+    return scan(picture, area, false);
+}
+
+QList<BarcodeRead> BarcodeDecoder::scan(const PixelView &picture, QRect area, bool untilISBN) const
+{
     QList<BarcodeRead> reads;
     if (!picture.data || picture.width <= 0 || picture.height <= 0)
         return reads;
@@ -311,7 +324,7 @@ QList<BarcodeRead> BarcodeDecoder::readAll(const PixelView &picture, QRect area)
     QImage grey; // made once a code has been found and must be painted out
     // More codes of one family than this in one frame is not a book's back cover.
     constexpr int kMostPerFamily = 4;
-    for (const ZXing::BarcodeFormats family : families(m_accepted)) {
+    for (const Family &family : families(m_accepted)) {
         for (int n = 0; n < kMostPerFamily; ++n) {
             const ZXing::ImageView view = grey.isNull()
                 ? ZXing::ImageView(picture.data, picture.width, picture.height, imageFormat(picture.layout),
@@ -319,7 +332,7 @@ QList<BarcodeRead> BarcodeDecoder::readAll(const PixelView &picture, QRect area)
                 : ZXing::ImageView(grey.constBits(), grey.width(), grey.height(), ZXing::ImageFormat::Lum,
                                    int(grey.bytesPerLine()));
             ZXing::DecodeHints hints;
-            hints.setFormats(family).setTryHarder(true).setTryRotate(true).setMaxNumberOfSymbols(1);
+            hints.setFormats(family.formats).setTryHarder(true).setTryRotate(family.tryRotate).setMaxNumberOfSymbols(1);
             const ZXing::Result r =
                 ZXing::ReadBarcode(view.cropped(area.x(), area.y(), area.width(), area.height()), hints);
             const SymbologyInfo *found = r.isValid() ? info(r.format()) : nullptr;
@@ -340,6 +353,9 @@ QList<BarcodeRead> BarcodeDecoder::readAll(const PixelView &picture, QRect area)
             if (again)
                 break;
             reads.append(read);
+            // Nothing is taken before an ISBN, so a screen need not look further.
+            if (untilISBN && read.isISBN())
+                return reads;
             if (grey.isNull())
                 grey = greyCopy(picture);
             paintOut(grey, read.bounds());
@@ -350,7 +366,7 @@ QList<BarcodeRead> BarcodeDecoder::readAll(const PixelView &picture, QRect area)
 
 std::optional<BarcodeRead> BarcodeDecoder::read(const PixelView &picture, QRect area) const
 {
-    return preferred(readAll(picture, area));
+    return preferred(scan(picture, area, true));
 }
 
 std::optional<BarcodeRead> BarcodeDecoder::read(const QImage &picture) const

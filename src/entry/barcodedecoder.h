@@ -97,6 +97,8 @@ public:
     static std::optional<BarcodeRead> preferred(const QList<BarcodeRead> &reads);
 
 private:
+    QList<BarcodeRead> scan(const PixelView &picture, QRect area, bool untilISBN) const;
+
     QList<Symbology> m_accepted;
 };
 

@@ -4,6 +4,9 @@
 #include <QVideoFrameFormat>
 #include <QVideoSink>
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -73,7 +76,10 @@ BarcodeFramePipeline::BarcodeFramePipeline(QList<Symbology> accepted, QObject *p
     Q_UNUSED(registered);
     m_thread.setObjectName(QStringLiteral("BarcodeDecoder"));
     m_worker.moveToThread(&m_thread);
-    m_thread.start(QThread::LowPriority);
+    m_thread.start();
+    // Linux ignores thread priorities under its default scheduler, but each
+    // thread has its own nice value: decoding yields to the user interface.
+    QMetaObject::invokeMethod(&m_worker, [] { setpriority(PRIO_PROCESS, id_t(gettid()), 10); });
 }
 
 BarcodeFramePipeline::~BarcodeFramePipeline()
