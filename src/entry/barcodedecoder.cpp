@@ -369,7 +369,7 @@ std::optional<BarcodeRead> BarcodeDecoder::read(const PixelView &picture, QRect 
     return preferred(scan(picture, area, true));
 }
 
-std::optional<BarcodeRead> BarcodeDecoder::read(const QImage &picture) const
+std::optional<BarcodeRead> BarcodeDecoder::read(const QImage &picture, QRect area) const
 {
     if (picture.isNull())
         return std::nullopt;
@@ -378,7 +378,7 @@ std::optional<BarcodeRead> BarcodeDecoder::read(const QImage &picture) const
         || f == QImage::Format_ARGB32_Premultiplied || f == QImage::Format_RGBX8888 || f == QImage::Format_RGBA8888
         || f == QImage::Format_RGBA8888_Premultiplied;
     const QImage usable = direct ? picture : picture.convertToFormat(QImage::Format_Grayscale8);
-    return read(PixelView::of(usable));
+    return read(PixelView::of(usable), area);
 }
 
 std::optional<BarcodeRead> BarcodeDecoder::preferred(const QList<BarcodeRead> &reads)

@@ -90,7 +90,7 @@ public:
     QList<BarcodeRead> readAll(const PixelView &picture, QRect area = {}) const;
     // The code a screen takes: see preferred().
     std::optional<BarcodeRead> read(const PixelView &picture, QRect area = {}) const;
-    std::optional<BarcodeRead> read(const QImage &picture) const;
+    std::optional<BarcodeRead> read(const QImage &picture, QRect area = {}) const;
 
     // Of several codes in view: the ISBN (an EAN-13 starting 978 or 979),
     // else the largest code.

@@ -61,6 +61,13 @@ std::optional<PixelView> lumaOf(const QVideoFrame &f)
         v.layout = PixelView::Layout::XBGR;
         v.pixelStride = 4;
         return v;
+    case QVideoFrameFormat::Format_Y16:
+    case QVideoFrameFormat::Format_P010:
+    case QVideoFrameFormat::Format_P016:
+        // 16-bit little-endian samples: the high byte is the luma to 8 bits.
+        v.data += 1;
+        v.pixelStride = 2;
+        return v;
     default:
         return std::nullopt;
     }
@@ -162,17 +169,17 @@ void BarcodeFramePipeline::decode(const QVideoFrame &frame)
             area = toFrame(m_area, size, m_preview).toAlignedRect();
     }
 
+    // QVideoFrame::toImage() is not used: for some formats it renders through
+    // the GPU, which belongs to the user-interface thread.
     std::optional<BarcodeRead> read;
     QVideoFrame mapped = frame;
     if (mapped.map(QVideoFrame::ReadOnly)) {
         if (const auto view = lumaOf(mapped)) {
             read = m_decoder.read(*view, area);
-            mapped.unmap();
-        } else {
-            mapped.unmap();
-            const QImage grey = frame.toImage().convertToFormat(QImage::Format_Grayscale8);
-            read = m_decoder.read(PixelView::of(grey), area);
+        } else if (mapped.pixelFormat() == QVideoFrameFormat::Format_Jpeg) {
+            read = m_decoder.read(QImage::fromData(mapped.bits(0), mapped.mappedBytes(0)), area);
         }
+        mapped.unmap();
     }
     ++m_decoded;
     if (m_stopped)

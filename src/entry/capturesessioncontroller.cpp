@@ -55,6 +55,8 @@ void CaptureSessionController::viewDidLoad()
 
 void CaptureSessionController::setUpCaptureSession()
 {
+    if (m_camera)
+        return;
     const QCameraDevice device = app().platform().cameraAvailable() ? QMediaDevices::defaultVideoInput() : QCameraDevice();
     if (device.isNull()) {
         qCInfo(lcEntry) << "No camera available";
