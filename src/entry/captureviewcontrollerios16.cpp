@@ -38,7 +38,8 @@ void CaptureViewControllerIOS16::StartScanning()
         Q_EMIT navigate(QStringLiteral("BarCode"));
         return;
     }
-    showAlert(QStringLiteral("Scanner is not available for usage. please chech settings"), QString());
+    // As the message: a title this long would be cut short.
+    showAlert(QString(), QStringLiteral("Scanner is not available for usage. please chech settings"));
 }
 
 void CaptureViewControllerIOS16::choosePicture()

@@ -84,7 +84,7 @@ void TestBarcodeScreens::withoutCamera_data()
                                                            "item. Please use a device with a camera.")};
     QTest::newRow("CaptureIOS16, empty clipboard")
         << "CaptureIOS16" << QStringList()
-        << QStringList{QStringLiteral("Scanner is not available for usage. please chech settings"), QString()};
+        << QStringList{QString(), QStringLiteral("Scanner is not available for usage. please chech settings")};
 }
 
 void TestBarcodeScreens::withoutCamera()

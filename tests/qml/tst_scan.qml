@@ -55,7 +55,7 @@ TestCase {
         tapScan()
         arrive("Scan a Photo")
         mouseClick(findChild(page(), "StartScanning"))
-        compare(closeAlert(), ["Scanner is not available for usage. please chech settings", ""])
+        compare(closeAlert(), ["", "Scanner is not available for usage. please chech settings"])
 
         Frames.holdAnswers(true)
         page().controller.pictureChosen(Frames.picture("frame-rotated.png"))
