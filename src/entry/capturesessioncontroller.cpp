@@ -21,8 +21,9 @@ CaptureSessionController::CaptureSessionController(AppDelegate *delegate, QObjec
 
 CaptureSessionController::~CaptureSessionController()
 {
-    m_pipeline->stop();
+    // The camera first: it delivers frames from its own thread.
     viewWillDisappear();
+    m_pipeline->stop();
 }
 
 void CaptureSessionController::setPreviewLayer(QVideoSink *sink)
