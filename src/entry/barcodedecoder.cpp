@@ -2,7 +2,6 @@
 
 #include <ZXing/ReadBarcode.h>
 
-#include <QLineF>
 
 #include <algorithm>
 #include <cmath>
@@ -290,11 +289,6 @@ const QList<Symbology> &BarcodeDecoder::scanAreaTypes()
         + QList<Symbology>{Symbology::Aztec,   Symbology::Code39,     Symbology::Code93,
                            Symbology::Code128, Symbology::DataMatrix, Symbology::ITF};
     return list;
-}
-
-QString BarcodeDecoder::name(Symbology symbology)
-{
-    return QLatin1String(info(symbology).name);
 }
 
 BarcodeDecoder::BarcodeDecoder(QList<Symbology> accepted)

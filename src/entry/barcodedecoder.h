@@ -69,7 +69,8 @@ struct PixelView
 // which aborts the process ("lineCount() == 1") on ordinary camera frames: a
 // plain, blurred, rotated or noisy EAN-13. With at most one symbol per call the
 // reader stops as soon as a symbol has its second line, before any line can be
-// compared with a merged one, so that assertion cannot be reached. Hence every
+// compared with a merged one, and never merges the results of several passes,
+// so that assertion cannot be reached. Hence every
 // call here asks for one symbol of one format family; a family is read again
 // with the codes already found painted out, to find the others in view.
 class BarcodeDecoder
@@ -79,12 +80,9 @@ public:
     static const QList<Symbology> &captureSessionTypes();
     // The scan-area screen's: those and the other types the program links.
     static const QList<Symbology> &scanAreaTypes();
-    static QString name(Symbology symbology);
 
     // No types: every symbology the decoder knows.
     explicit BarcodeDecoder(QList<Symbology> accepted = {});
-
-    const QList<Symbology> &accepted() const { return m_accepted; }
 
     // Every code found, within `area` of the picture when it is not empty.
     QList<BarcodeRead> readAll(const PixelView &picture, QRect area = {}) const;
