@@ -13,13 +13,16 @@
 #include <QJsonObject>
 
 namespace tomewise::cli {
+
+std::optional<QString> scanPicture(Context &ctx, const QString &path);
+
 namespace {
 
 const QString kFieldUsage = QStringLiteral(
     "[--date TEXT|YYYY-MM-DD] [--title T] [--author A] [--subtitle ..] [--publisher ..] [--year-published ..] "
     "[--pages ..] [--isbn ..] [--format ..] [--genre ..] [--rating ..] [--series ..] [--series-number ..] "
     "[--notes ..] [--cover IMAGE]");
-const QString kAddUsage = QStringLiteral("book add [--lookup] ") + kFieldUsage;
+const QString kAddUsage = QStringLiteral("book add [--scan IMAGE] [--lookup] ") + kFieldUsage;
 const QString kListOptions = QStringLiteral(
     "[--sort date-read|book-name|author|genre|rating|series] [--asc|--desc] [--search TEXT]");
 
@@ -125,6 +128,13 @@ int bookAdd(Context &ctx, QStringList &args)
     AlertLog alerts(form, ctx.err);
     form.viewDidLoad();
     form.viewWillAppear();
+    // A photo's barcode stands in for a typed ISBN (cmd_scan.cpp).
+    if (const auto picture = takeOption(args, QStringLiteral("--scan"))) {
+        const auto isbn = scanPicture(ctx, *picture);
+        if (!isbn)
+            return 1;
+        args << QStringLiteral("--isbn") << *isbn;
+    }
     if (takeFlag(args, QStringLiteral("--lookup"))) {
         const auto isbn = takeOption(args, QStringLiteral("--isbn"));
         if (!isbn)
