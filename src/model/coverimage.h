@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QImage>
+#include <QString>
+
+class QIODevice;
+
+namespace tomewise {
+
+// The one way cover bytes become a picture: only JPEG and PNG, recognised by
+// their first bytes and read by those two decoders alone, with the declared
+// size checked before any pixel is decoded. Anything else is "not a picture"
+// and is never handed to another image plugin (a PDF or SVG one would render
+// whatever size the file asks for).
+class CoverImage
+{
+public:
+    // Declared sizes beyond these are refused outright.
+    static constexpr int kMaxSide = 20000;
+    static constexpr qint64 kMaxPixels = 200'000'000;
+    // Pictures up to this many pixels are decoded whole, exactly as they always
+    // were; larger ones (a phone's 6000 x 8000 photo) are read scaled down to
+    // fit kScaledSide, still far more than a 125 x 180 cover needs.
+    static constexpr qint64 kWholePixels = 32 * 1024 * 1024;
+    static constexpr int kScaledSide = 2048;
+    // What one decode may allocate, in MB: a whole PNG of kWholePixels and more.
+    static constexpr int kAllocationLimitMb = 256;
+
+    struct Decoded
+    {
+        QImage image;
+        QString error; // a sentence for the user; empty when decoded
+        explicit operator bool() const { return !image.isNull(); }
+    };
+
+    // "jpeg" or "png" when the bytes start as one, else null.
+    static const char *formatOf(QByteArrayView head);
+
+    static Decoded decode(const QByteArray &bytes);
+    static Decoded decode(QIODevice &device);
+    static Decoded decodeFile(const QString &path);
+
+    static QString notAPicture();
+};
+
+} // namespace tomewise
