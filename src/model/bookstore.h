@@ -61,6 +61,9 @@ public:
     // The keys of the books that have a cover, in one query (lists show a
     // picture only for those, without loading any).
     std::optional<QSet<qint64>> coverKeys(QString *error = nullptr);
+    // Changes whenever a cover is set, removed or deleted with its book, so that
+    // an image address carrying it never names an outdated picture.
+    quint64 coverRevision() const { return m_coverRevision; }
     StoreResult deleteBook(qint64 pk);
 
     // Reference lists (GenreList, RatingList, SeriesList)
@@ -108,6 +111,7 @@ private:
     QSqlDatabase m_db;
     QHash<QString, QSqlQuery> m_statements;
     int m_transactionDepth = 0;
+    quint64 m_coverRevision = 0;
 };
 
 } // namespace tomewise
