@@ -62,7 +62,11 @@ CoverImage::Decoded CoverImage::decode(QIODevice &device)
         if (declared.isEmpty())
             return {QImage(), notAPicture()};
         const qint64 pixels = qint64(declared.width()) * declared.height();
-        if (declared.width() > kMaxSide || declared.height() > kMaxSide || pixels > kMaxPixels) {
+        // A PNG may be decoded whole, at its own depth, before it is scaled.
+        const bool png = qstrcmp(format, "png") == 0;
+        const qint64 wholeBytes = pixels * QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel() / 8;
+        if (declared.width() > kMaxSide || declared.height() > kMaxSide || pixels > kMaxPixels
+            || (png && wholeBytes > qint64(kAllocationLimitMb) * 1024 * 1024)) {
             return {QImage(), QStringLiteral("This picture is too large to use (%1 x %2 pixels).")
                                   .arg(declared.width())
                                   .arg(declared.height())};
