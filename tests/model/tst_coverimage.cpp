@@ -41,12 +41,12 @@ QByteArray pngChunk(const QByteArray &type, const QByteArray &data)
 }
 
 // A well-formed PNG header that promises a picture of any size; no pixel follows.
-QByteArray pngDeclaring(quint32 width, quint32 height)
+QByteArray pngDeclaring(quint32 width, quint32 height, char depth = 8)
 {
     QByteArray ihdr(13, 0);
     qToBigEndian(width, ihdr.data());
     qToBigEndian(height, ihdr.data() + 4);
-    ihdr[8] = 8; // bit depth
+    ihdr[8] = depth;
     ihdr[9] = 6; // RGBA
     return QByteArray("\x89PNG\r\n\x1A\n", 8) + pngChunk("IHDR", ihdr)
         + pngChunk("IDAT", QByteArray("\x78\x9C\x03\x00\x00\x00\x00\x01", 8)) + pngChunk("IEND", {});
@@ -146,6 +146,8 @@ void TestCoverImage::decode_data()
     QTest::newRow("png damaged") << png << QSize() << QStringLiteral("This picture is damaged and cannot be read.");
     QTest::newRow("png 60000 x 60000") << pngDeclaring(60000, 60000) << QSize()
                                        << QStringLiteral("This picture is too large to use (60000 x 60000 pixels).");
+    QTest::newRow("png 6000 x 8000, 16 bits") << pngDeclaring(6000, 8000, 16) << QSize()
+                                              << QStringLiteral("This picture is too large to use (6000 x 8000 pixels).");
     QTest::newRow("jpeg 60000 x 60000") << jpegDeclaring(60000, 60000) << QSize()
                                         << QStringLiteral("This picture is too large to use (60000 x 60000 pixels).");
 }
