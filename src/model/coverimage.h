@@ -5,6 +5,8 @@
 #include <QImage>
 #include <QString>
 
+#include <optional>
+
 class QIODevice;
 
 namespace tomewise {
@@ -27,6 +29,10 @@ public:
     static constexpr int kScaledSide = 2048;
     // What one decode may allocate, in MB: a whole PNG of kWholePixels and more.
     static constexpr int kAllocationLimitMb = 256;
+    // A progressive (or multi-scan) JPEG keeps every DCT coefficient of the
+    // whole picture while it decodes, whatever the scaled size: a few bytes
+    // can ask for gigabytes. A 48-megapixel photo at full colour needs 288 MB.
+    static constexpr int kJpegCoefficientLimitMb = 320;
 
     struct Decoded
     {
@@ -43,6 +49,10 @@ public:
     static Decoded decodeFile(const QString &path);
 
     static QString notAPicture();
+
+    // The bytes a JPEG's whole-picture coefficient buffers take, from its frame
+    // header; null when no frame header is found in `head`.
+    static std::optional<qint64> jpegCoefficientBytes(QByteArrayView head);
 };
 
 } // namespace tomewise

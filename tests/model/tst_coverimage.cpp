@@ -9,6 +9,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QImageWriter>
 #include <QTest>
 #include <QtEndian>
 
@@ -53,10 +54,15 @@ QByteArray pngDeclaring(quint32 width, quint32 height, char depth = 8)
 }
 
 // A real JPEG whose frame header claims another size.
-QByteArray jpegDeclaring(quint16 width, quint16 height)
+QByteArray jpegDeclaring(quint16 width, quint16 height, bool progressive = false)
 {
-    QByteArray bytes = encode(coverImage(QSize(16, 16)), "JPEG", 90);
-    const qsizetype sof = bytes.indexOf("\xFF\xC0");
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "jpeg");
+    writer.setProgressiveScanWrite(progressive);
+    writer.write(coverImage(QSize(16, 16)));
+    const qsizetype sof = bytes.indexOf(progressive ? "\xFF\xC2" : "\xFF\xC0");
     qToBigEndian(height, bytes.data() + sof + 5);
     qToBigEndian(width, bytes.data() + sof + 7);
     return bytes;
@@ -150,6 +156,9 @@ void TestCoverImage::decode_data()
                                               << QStringLiteral("This picture is too large to use (6000 x 8000 pixels).");
     QTest::newRow("jpeg 60000 x 60000") << jpegDeclaring(60000, 60000) << QSize()
                                         << QStringLiteral("This picture is too large to use (60000 x 60000 pixels).");
+    // Within the pixel limits, but its coefficients alone would take 1.2 GB.
+    QTest::newRow("progressive jpeg 20000 x 10000") << jpegDeclaring(20000, 10000, true) << QSize()
+                                                    << QStringLiteral("This picture is too large to use (20000 x 10000 pixels).");
 }
 
 void TestCoverImage::decode()
@@ -180,6 +189,7 @@ void TestCoverImage::hostileBytesRefusedWithinMemory_data()
     QTest::newRow("svg") << kSvg;
     QTest::newRow("png 60000 x 60000") << pngDeclaring(60000, 60000);
     QTest::newRow("jpeg 60000 x 60000") << jpegDeclaring(60000, 60000);
+    QTest::newRow("progressive jpeg 20000 x 10000") << jpegDeclaring(20000, 10000, true);
 }
 
 void TestCoverImage::hostileBytesRefusedWithinMemory()
