@@ -209,7 +209,9 @@ void TestCoverImage::hostileBytesRefusedWithinMemory()
     QVERIFY(runsInLittleMemory(
         [&] {
             NewBookViewController form(&t.app());
-            return !form.documentPicked(QUrl::fromLocalFile(path)) && !form.hasImage();
+            return !form.documentPicked(QUrl::fromLocalFile(path)) && !form.hasImage()
+                && form.alertTitle() == QLatin1String("Cover Not Changed")
+                && form.alertMessage().startsWith(QStringLiteral("\u201Ccover.jpg\u201D: This "));
         },
         64));
 }
