@@ -1,6 +1,7 @@
 #include "coverdocument.h"
 
 #include "model/bookstore.h"
+#include "model/coverimage.h"
 
 #include <QBuffer>
 #include <QImageReader>
@@ -12,13 +13,10 @@ namespace tomewise {
 
 QImage decodeCover(const QByteArray &bytes, int maxWidth)
 {
-    QBuffer buffer;
-    buffer.setData(bytes);
-    QImageReader reader(&buffer);
-    const QSize size = reader.size();
-    if (maxWidth > 0 && size.width() > maxWidth)
-        reader.setScaledSize(size.scaled(maxWidth, size.height(), Qt::KeepAspectRatio));
-    return reader.read();
+    QImage image = CoverImage::decode(bytes).image;
+    if (maxWidth > 0 && image.width() > maxWidth)
+        image = image.scaledToWidth(maxWidth, Qt::SmoothTransformation);
+    return image;
 }
 
 CoverDocument::CoverDocument(BookStore &store, QObject *parent)
@@ -36,11 +34,15 @@ QString CoverDocument::coverName(qint64 pk, int pixelWidth)
 QSize CoverDocument::coverSize(qint64 pk)
 {
     auto bytes = m_store.cover(pk);
-    if (!bytes || bytes->isEmpty())
+    const char *format = bytes ? CoverImage::formatOf(*bytes) : nullptr;
+    if (!format)
         return {};
+    // Only the header, and only by the decoder the picture will be read with.
     QBuffer buffer(&*bytes);
-    QImageReader reader(&buffer);
-    return reader.size();
+    QImageReader reader(&buffer, format);
+    const QSize size = reader.size();
+    const bool sane = size.width() <= CoverImage::kMaxSide && size.height() <= CoverImage::kMaxSide;
+    return sane ? size : QSize();
 }
 
 QImage CoverDocument::placeholder()

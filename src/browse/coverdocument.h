@@ -40,8 +40,8 @@ private:
     BookStore &m_store;
 };
 
-// The one place a stored cover's bytes become a picture (at most
-// `maxWidth` pixels wide when one is given).
+// A stored cover as the documents draw it: through the one safe decoder, then
+// at most `maxWidth` pixels wide when one is given.
 QImage decodeCover(const QByteArray &bytes, int maxWidth = 0);
 
 } // namespace tomewise

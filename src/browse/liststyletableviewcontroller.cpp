@@ -2,6 +2,8 @@
 
 #include "app/log.h"
 
+#include <utility>
+
 namespace tomewise {
 
 ListStyleTableViewController::ListStyleTableViewController(AppDelegate *delegate, QObject *parent)
@@ -87,6 +89,7 @@ void ListStyleTableViewController::fetch()
 
 void ListStyleTableViewController::refilter()
 {
+    m_model.setCoverRevision(context().coverRevision());
     m_model.refilter(searchText());
 }
 
@@ -103,10 +106,27 @@ void ListStyleTableViewController::deleteRow(int row)
 {
     if (row < 0 || row >= m_model.rowCount())
         return;
-    const qint64 pk = m_model.book(row).pk;
-    logIfFailed(context().deleteBook(pk));
+    Books book = m_model.book(row);
+    book.pictureImage = context().cover(book.pk);
+    const bool deleted = logIfFailed(context().deleteBook(book.pk));
     app().saveContext();
     m_model.removeShownRow(row);
+    m_deleted.reset();
+    if (deleted) {
+        m_deleted = book;
+        Q_EMIT rowDeleted(book.name.value_or(QString()));
+    }
+}
+
+void ListStyleTableViewController::undoDelete()
+{
+    if (!m_deleted)
+        return;
+    Books book = *std::exchange(m_deleted, std::nullopt);
+    if (!logIfFailed(context().insertBook(book)))
+        return;
+    app().saveContext();
+    fetch();
 }
 
 void ListStyleTableViewController::selectRow(int row)

@@ -44,6 +44,8 @@ public:
     Q_INVOKABLE void selectSortOption(int option);
     // The trailing swipe's "delete".
     Q_INVOKABLE void deleteRow(int row);
+    // Puts the book deleted last back in the store, cover and all.
+    Q_INVOKABLE void undoDelete();
     // A tap: the book's fields become currentBook and the detail screen opens.
     Q_INVOKABLE void selectRow(int row);
     // Back from the detail screen: the edited book is fetched anew, search kept.
@@ -54,6 +56,8 @@ Q_SIGNALS:
     void searchTextChanged();
     void headerChanged();
     void darkModeChanged();
+    // A book left the list; the page offers to undo it.
+    void rowDeleted(const QString &name);
 
 private:
     void fetch();
@@ -65,6 +69,7 @@ private:
     QString m_placeholder;
     bool m_darkMode = false;
     ListStyleModel m_model;
+    std::optional<Books> m_deleted;
 };
 
 } // namespace tomewise

@@ -3,7 +3,9 @@
 #include "support/imagefixtures.h"
 #include "support/testapp.h"
 
+#include <QDate>
 #include <QDir>
+#include <QLocale>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickStyle>
@@ -23,6 +25,27 @@ public:
         QDir().mkpath(dir);
         return window->grabWindow().save(QDir(dir).filePath(name + QStringLiteral(".png")));
     }
+};
+
+// Books put straight into the store of the file's application, with a cover.
+class Library : public QObject
+{
+    Q_OBJECT
+public:
+    tomewise::test::TestApp *app = nullptr;
+    // `read` is the day finished, as the start-up's date repair reads it.
+    Q_INVOKABLE int addBook(const QString &name, const QString &author, const QString &notes, const QDate &read)
+    {
+        auto b = tomewise::test::book(name, author);
+        b.notes = notes;
+        b.year = qint16(read.year());
+        b.month = qint16(read.month());
+        b.day = qint16(read.day());
+        b.dt = QLocale(QLocale::English, QLocale::UnitedStates).toString(read, QStringLiteral("MMM d, yyyy"));
+        b.pictureImage = tomewise::test::encode(tomewise::test::coverImage(QSize(125, 180)), "JPEG", 80);
+        return int(app->insert(b).pk);
+    }
+    Q_INVOKABLE int bookCount() { return int(app->allBooks(false).size()); }
 };
 
 // Each test file gets a fresh engine and a fresh application over a scratch folder.
@@ -47,12 +70,15 @@ public Q_SLOTS:
         tomewise::installImageProviders(*engine, m_app->app());
         engine->rootContext()->setContextProperty(QStringLiteral("testApp"), &m_app->app());
         engine->rootContext()->setContextProperty(QStringLiteral("shots"), &m_shots);
+        m_library.app = m_app.get();
+        engine->rootContext()->setContextProperty(QStringLiteral("library"), &m_library);
     }
 
 private:
     std::unique_ptr<tomewise::test::BooksApiServer> m_server;
     std::unique_ptr<tomewise::test::TestApp> m_app;
     Shots m_shots;
+    Library m_library;
 };
 
 QUICK_TEST_MAIN_WITH_SETUP(pages, Setup)
