@@ -1,6 +1,7 @@
 #include "cli.h"
 
 #include "app/screencontroller.h"
+#include "browse/grouptableviewcontroller.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -65,6 +66,31 @@ int usageError(Context &ctx, const QString &usage)
 {
     ctx.err << "usage: tomewise-cli " << usage << Qt::endl;
     return 2;
+}
+
+std::optional<QList<int>> takeSorts(QStringList &args)
+{
+    QList<int> sorts;
+    while (const auto sort = takeOption(args, QStringLiteral("--sort"))) {
+        bool ok = false;
+        const int n = sort->toInt(&ok);
+        if (!ok || n < 1 || n > 4)
+            return std::nullopt;
+        sorts << n;
+    }
+    return sorts;
+}
+
+bool selectGroupValue(Context &ctx, GroupKind kind, const QString &value)
+{
+    GroupTableViewController summary(kind, ctx.app, nullptr);
+    summary.viewDidLoad();
+    if (!summary.valueList().contains(value)) {
+        ctx.err << "No " << groupKind(kind).tabTitle << " row " << value << Qt::endl;
+        return false;
+    }
+    summary.selectValue(value);
+    return true;
 }
 
 } // namespace tomewise::cli

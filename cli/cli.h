@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/appdelegate.h"
+#include "browse/groupkind.h"
 
 #include <QStringList>
 #include <QTextStream>
@@ -57,5 +58,13 @@ bool takeFlag(QStringList &args, const QString &name);
 bool waitUntil(const std::function<bool()> &done, int timeoutMs);
 
 int usageError(Context &ctx, const QString &usage);
+
+// Takes every "--sort N" (the sort menu's entries 1 to 4, in order); nothing
+// when one is not such a number.
+std::optional<QList<int>> takeSorts(QStringList &args);
+
+// Taps the summary row of VALUE, so the value is kept where the app keeps it;
+// false (with a message) when the summary has no such row.
+bool selectGroupValue(Context &ctx, GroupKind kind, const QString &value);
 
 } // namespace tomewise::cli

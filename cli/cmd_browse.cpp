@@ -73,30 +73,16 @@ int breakdown(Context &ctx)
     QStringList &args = ctx.args;
     const bool json = takeFlag(args, QStringLiteral("--json"));
     const auto search = takeOption(args, QStringLiteral("--search"));
-    QList<int> sorts;
-    while (const auto sort = takeOption(args, QStringLiteral("--sort"))) {
-        bool ok = false;
-        const int n = sort->toInt(&ok);
-        if (!ok || n < 1 || n > 4)
-            return usageError(ctx, kBreakdownUsage);
-        sorts << n;
-    }
-    if (args.size() != 1)
+    const auto sorts = takeSorts(args);
+    if (!sorts || args.size() != 1)
         return usageError(ctx, kBreakdownUsage);
-
-    // The summary's row is tapped first, so the value is kept where the app keeps it.
-    GroupTableViewController summary(*kind, ctx.app, nullptr);
-    summary.viewDidLoad();
-    if (!summary.valueList().contains(args.first())) {
-        ctx.err << "No " << groupKind(*kind).tabTitle << " row " << args.first() << Qt::endl;
+    if (!selectGroupValue(ctx, *kind, args.first()))
         return 1;
-    }
-    summary.selectValue(args.first());
 
     GroupBreakdownTableViewController screen(*kind, ctx.app, nullptr);
     screen.viewDidLoad();
     screen.viewWillAppear();
-    for (int n : sorts)
+    for (int n : *sorts)
         screen.selectSortOption(n);
     if (search)
         screen.setSearchText(*search);

@@ -2,7 +2,6 @@
 #include "cli.h"
 
 #include "browse/groupbreakdowntableviewcontroller.h"
-#include "browse/grouptableviewcontroller.h"
 #include "browse/pdflistbuilder.h"
 #include "exchange/printgroupbybooksviewcontroller.h"
 
@@ -13,19 +12,6 @@ namespace {
 
 const QString kPdfUsage = QStringLiteral("pdf KIND VALUE [--sort N]... [--search TEXT] [-o FILE] [--documents-dir DIR]");
 const QString kReportUsage = QStringLiteral("report [KIND VALUE] [--desc] (--pdf FILE | --text)");
-
-// Taps the summary row of VALUE, so the value is kept where the app keeps it.
-bool selectGroupValue(Context &ctx, GroupKind kind, const QString &value)
-{
-    GroupTableViewController summary(kind, ctx.app, nullptr);
-    summary.viewDidLoad();
-    if (!summary.valueList().contains(value)) {
-        ctx.err << "No " << groupKind(kind).tabTitle << " row " << value << Qt::endl;
-        return false;
-    }
-    summary.selectValue(value);
-    return true;
-}
 
 void useDocumentsDir(QStringList &args)
 {
@@ -39,14 +25,9 @@ int pdf(Context &ctx)
     useDocumentsDir(args);
     const auto output = takeOption(args, QStringLiteral("-o"));
     const auto search = takeOption(args, QStringLiteral("--search"));
-    QList<int> sorts;
-    while (const auto sort = takeOption(args, QStringLiteral("--sort"))) {
-        bool ok = false;
-        const int n = sort->toInt(&ok);
-        if (!ok || n < 1 || n > 4)
-            return usageError(ctx, kPdfUsage);
-        sorts << n;
-    }
+    const auto sorts = takeSorts(args);
+    if (!sorts)
+        return usageError(ctx, kPdfUsage);
     const auto kind = args.size() == 2 ? groupKindNamed(args.first()) : std::nullopt;
     if (!kind)
         return usageError(ctx, kPdfUsage);
@@ -56,7 +37,7 @@ int pdf(Context &ctx)
     GroupBreakdownTableViewController screen(*kind, ctx.app, nullptr);
     screen.viewDidLoad();
     screen.viewWillAppear();
-    for (int n : sorts)
+    for (int n : *sorts)
         screen.selectSortOption(n);
     if (search)
         screen.setSearchText(*search);

@@ -74,4 +74,12 @@ void ScreenController::after(int milliseconds, std::function<void()> work)
     QTimer::singleShot(app().scaledDelay(milliseconds), this, std::move(work));
 }
 
+bool ScreenController::canSendTextOrAlert()
+{
+    if (app().platform().canSendText())
+        return true;
+    showAlert(QStringLiteral("Can't Send Text Message"), QStringLiteral("Your device is not able to send text messages."));
+    return false;
+}
+
 } // namespace tomewise

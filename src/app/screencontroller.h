@@ -55,6 +55,8 @@ protected:
     void setTitle(const QString &title);
     void showAlert(const QString &title, const QString &message, QList<AlertAction> actions = {});
     void after(int milliseconds, std::function<void()> work);
+    // False, with the "Can't Send Text Message" alert, where the device sends no texts.
+    bool canSendTextOrAlert();
 
 private:
     QPointer<AppDelegate> m_delegate;

@@ -2,7 +2,6 @@
 
 #include "app/log.h"
 #include "browse/pdflistbuilder.h"
-#include "browse/textmessagegate.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -239,11 +238,8 @@ void GroupBreakdownTableViewController::ShareButtonTapped()
 
 void GroupBreakdownTableViewController::TextMessageButtonTapped()
 {
-    if (!app().platform().canSendText()) {
-        showAlert(QLatin1String(kCantSendTextTitle), QLatin1String(kCantSendTextMessage));
-        return;
-    }
-    startPdf(AfterPdf::Message);
+    if (canSendTextOrAlert())
+        startPdf(AfterPdf::Message);
 }
 
 void GroupBreakdownTableViewController::MailButtonTapped()

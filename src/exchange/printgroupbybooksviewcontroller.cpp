@@ -146,15 +146,11 @@ void PrintGroupByBooksViewController::PrintButtonTapped()
 
 void PrintGroupByBooksViewController::ShareButtonTapped()
 {
-    PlatformServices &platform = app().platform();
-    if (!platform.canSendText()) {
-        showAlert(QStringLiteral("Can't Send Text Message"),
-                  QStringLiteral("Your device is not able to send text messages."));
+    if (!canSendTextOrAlert())
         return;
-    }
     ShareItems items;
     items.text = plainText();
-    platform.share(items);
+    app().platform().share(items);
 }
 
 } // namespace tomewise
