@@ -8,6 +8,7 @@ const QList<PageDirectory::Page> &PageDirectory::pages()
         {"MainMenu", "MainMenuPage.qml", "Tomewise"},
         {"Overview", "OverviewPage.qml", "My Tomewise Overview"},
         {"ListStyle", "ListStylePage.qml", "Book List"},
+        {"BookShelf", "BookShelfPage.qml", "Book List"},
         {"TabBarController", nullptr, "List By Group"},
         {"NewBook", "NewBookPage.qml", "Add Book"},
         {"Detail", "DetailPage.qml", "Book Detail"},

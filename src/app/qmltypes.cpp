@@ -18,6 +18,7 @@
 #include "exchange/exportviewcontroller.h"
 #include "exchange/importviewcontroller.h"
 #include "browse/coverimageprovider.h"
+#include "browse/bookshelfviewcontroller.h"
 #include "browse/liststyletableviewcontroller.h"
 #include "entry/coverview.h"
 #include "entry/detailviewcontroller.h"
@@ -62,6 +63,8 @@ void registerQmlTypes()
     qmlRegisterType<DetailViewController>(uri, 1, 0, "DetailViewController");
     qmlRegisterType<ListStyleTableViewController>(uri, 1, 0, "ListStyleTableViewController");
     qmlRegisterUncreatableType<ListStyleModel>(uri, 1, 0, "ListStyleModel", QStringLiteral("Owned by its list"));
+    qmlRegisterType<BookShelfViewController>(uri, 1, 0, "BookShelfViewController");
+    qmlRegisterUncreatableType<BookWindowModel>(uri, 1, 0, "BookWindowModel", QStringLiteral("Owned by its list"));
     qmlRegisterType<CoverView>(uri, 1, 0, "CoverView");
 }
 

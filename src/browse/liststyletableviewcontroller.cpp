@@ -1,6 +1,7 @@
 #include "liststyletableviewcontroller.h"
 
 #include "app/log.h"
+#include "browse/bookshelfviewcontroller.h"
 
 namespace tomewise {
 
@@ -63,31 +64,50 @@ void ListStyleTableViewController::selectSortOption(int option)
     fetch();
 }
 
+BookListSource &ListStyleTableViewController::source()
+{
+    if (!m_source)
+        m_source = std::make_unique<BookListSource>(context());
+    return *m_source;
+}
+
 void ListStyleTableViewController::fetch()
 {
     const ListStyleSortOption *option = listStyleSortOption(sortName());
     if (!option)
         option = &kListStyleSortOptions[0];
-    FetchRequest request;
-    request.entity = Entity::Books;
+    QList<SortDescriptor> order;
     for (const char *key : option->sortKeys) {
         if (key)
-            request.sortDescriptors.append({QLatin1String(key), sortAsc()});
+            order.append({QLatin1String(key), sortAsc()});
     }
     QString error;
-    auto books = context().fetchBooks(request, &error);
-    auto covers = books ? context().coverKeys(&error) : std::nullopt;
-    if (!books || !covers) {
+    auto keys = source().keys(order, &error);
+    if (!keys) {
         qCWarning(lcStore).noquote() << error;
         return;
     }
-    m_model.setBooks(std::move(*books), *option, app().dateText(), std::move(*covers));
+    m_model.setStore(&context());
+    m_model.setOption(*option, app().dateText());
+    m_model.setKeys(*keys);
     refilter();
 }
 
 void ListStyleTableViewController::refilter()
 {
-    m_model.refilter(searchText());
+    const QString text = searchText();
+    if (text.isEmpty()) {
+        m_model.showAll();
+        return;
+    }
+    QString error;
+    auto found = source().matching({QLatin1String(m_model.option().comparedAttribute)}, text,
+                                             app().dateText(), &error);
+    if (!found) {
+        qCWarning(lcStore).noquote() << error;
+        return;
+    }
+    m_model.showOnly(*found);
 }
 
 void ListStyleTableViewController::setSearchText(const QString &text)
@@ -103,33 +123,24 @@ void ListStyleTableViewController::deleteRow(int row)
 {
     if (row < 0 || row >= m_model.rowCount())
         return;
-    const qint64 pk = m_model.book(row).pk;
+    const qint64 pk = m_model.key(row);
     logIfFailed(context().deleteBook(pk));
     app().saveContext();
     m_model.removeShownRow(row);
+}
+
+QString ListStyleTableViewController::choosePresentation(const QString &presentation)
+{
+    return recordBookListPresentation(app(), presentation);
 }
 
 void ListStyleTableViewController::selectRow(int row)
 {
     if (row < 0 || row >= m_model.rowCount())
         return;
-    const Books &b = m_model.book(row);
+    const Books b = m_model.book(row);
     Books &current = app().state().currentBook;
-    current = Books();
-    current.pk = b.pk;
-    current.name = b.name;
-    current.subTitle = b.subTitle;
-    current.author = b.author;
-    current.bookPublisher = b.bookPublisher;
-    current.isbn = b.isbn;
-    current.category = b.category;
-    current.rating = b.rating;
-    current.series = b.series;
-    current.seriesNumber = b.seriesNumber;
-    current.publishDate = b.publishDate;
-    current.numberPages = b.numberPages;
-    current.notes = b.notes;
-    current.dt = b.dt;
+    current = currentBookCopy(b);
     current.pictureImage = context().cover(b.pk);
     // The detail screen returns by "unwindToList" to the list that names itself so.
     app().state().setCallingScreen(QStringLiteral("Master"));

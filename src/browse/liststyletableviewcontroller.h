@@ -1,10 +1,12 @@
 #pragma once
 
 #include "app/screencontroller.h"
+#include "browse/booklistsource.h"
 #include "browse/liststylemodel.h"
 
 #include <QVariantList>
 
+#include <memory>
 #include <optional>
 
 namespace tomewise {
@@ -48,6 +50,8 @@ public:
     Q_INVOKABLE void selectRow(int row);
     // Back from the detail screen: the edited book is fetched anew, search kept.
     Q_INVOKABLE void unwindToList() { fetch(); }
+    // Another presentation chosen on the switcher; returns the target that shows it.
+    Q_INVOKABLE QString choosePresentation(const QString &presentation);
 
 Q_SIGNALS:
     void sortChanged();
@@ -56,6 +60,7 @@ Q_SIGNALS:
     void darkModeChanged();
 
 private:
+    BookListSource &source();
     void fetch();
     void refilter();
 
@@ -65,6 +70,7 @@ private:
     QString m_placeholder;
     bool m_darkMode = false;
     ListStyleModel m_model;
+    std::unique_ptr<BookListSource> m_source;
 };
 
 } // namespace tomewise

@@ -4,6 +4,7 @@
 #include "support/testapp.h"
 
 #include <QDir>
+#include <QPainter>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickStyle>
@@ -25,6 +26,63 @@ public:
     }
 };
 
+// Books for the list pages: titles across the alphabet, most with a cover.
+class Library : public QObject
+{
+    Q_OBJECT
+public:
+    explicit Library(tomewise::test::TestApp *&app) : m_app(app) {}
+
+    Q_INVOKABLE int seed() const
+    {
+        static const char *const books[][2]{
+            {"Anna Karenina", "Leo Tolstoy"}, {"Atonement", "Ian McEwan"}, {"Beloved", "Toni Morrison"},
+            {"Brave New World", "Aldous Huxley"}, {"Catch-22", "Joseph Heller"}, {"Dracula", "Bram Stoker"},
+            {"Dune", "Frank Herbert"}, {"Émile", "Jean-Jacques Rousseau"}, {"Emma", "Jane Austen"},
+            {"Frankenstein", "Mary Shelley"}, {"Great Expectations", "Charles Dickens"}, {"Hamlet", "William Shakespeare"},
+            {"Invisible Man", "Ralph Ellison"}, {"Jane Eyre", "Charlotte Brontë"}, {"Kindred", "Octavia E. Butler"},
+            {"Lolita", "Vladimir Nabokov"}, {"Middlemarch", "George Eliot"}, {"Moby-Dick", "Herman Melville"},
+            {"Neuromancer", "William Gibson"}, {"Oryx and Crake", "Margaret Atwood"}, {"Persuasion", "Jane Austen"},
+            {"Rebecca", "Daphne du Maurier"}, {"Siddhartha", "Hermann Hesse"}, {"The Hobbit", "J. R. R. Tolkien"},
+            {"The Road", "Cormac McCarthy"}, {"Ulysses", "James Joyce"}, {"Villette", "Charlotte Brontë"},
+            {"War and Peace", "Leo Tolstoy"}, {"Watership Down", "Richard Adams"}, {"Wide Sargasso Sea", "Jean Rhys"},
+            {"Zorba the Greek", "Nikos Kazantzakis"}, {"1984", "George Orwell"}, {"2001: A Space Odyssey", "Arthur C. Clarke"},
+            {"¡Ay, Carmela!", "José Sanchis Sinisterra"}};
+        static const QColor shades[]{"#7b3f2f", "#2f4f7b", "#3f6b4f", "#6b4f8b", "#8b6b2f", "#2f6b6b", "#8b2f4f"};
+        const auto &dates = m_app->app().dateText();
+        int i = 0;
+        for (const auto &[title, author] : books) {
+            tomewise::Books b = tomewise::test::book(QString::fromUtf8(title), QString::fromUtf8(author));
+            b.dateRead = dates.startOfDay(2015 + i % 10, 1 + (i * 5) % 12, 1 + (i * 7) % 28);
+            b.dt = dates.format(*b.dateRead, tomewise::DateText::Style::Medium);
+            b.rating = QString(1 + (i * 3) % 5, u'*');
+            if (i % 9 != 4) { // a few without a cover
+                QImage cover(200, 300, QImage::Format_RGB32);
+                QPainter p(&cover);
+                const QColor base = shades[i % 7];
+                QLinearGradient g(0, 0, 0, 300);
+                g.setColorAt(0, base.lighter(130));
+                g.setColorAt(1, base.darker(160));
+                p.fillRect(cover.rect(), g);
+                p.fillRect(QRect(0, 190, 200, 4), QColor("#e8d8b0"));
+                p.setPen(Qt::white);
+                p.setFont(QFont(QStringLiteral("DejaVu Serif"), 20, QFont::Bold));
+                p.drawText(QRect(14, 30, 172, 150), Qt::AlignCenter | Qt::TextWordWrap, QString::fromUtf8(title));
+                p.setFont(QFont(QStringLiteral("DejaVu Sans"), 11));
+                p.drawText(QRect(10, 210, 180, 70), Qt::AlignCenter | Qt::TextWordWrap, QString::fromUtf8(author));
+                p.end();
+                b.pictureImage = tomewise::test::encode(cover, "jpeg", 85);
+            }
+            m_app->insert(b);
+            ++i;
+        }
+        return i;
+    }
+
+private:
+    tomewise::test::TestApp *&m_app;
+};
+
 // Each test file gets a fresh engine and a fresh application over a scratch folder.
 class Setup : public QObject
 {
@@ -44,15 +102,19 @@ public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine *engine)
     {
         m_app = std::make_unique<tomewise::test::TestApp>();
+        m_appPointer = m_app.get();
         tomewise::installImageProviders(*engine, m_app->app());
         engine->rootContext()->setContextProperty(QStringLiteral("testApp"), &m_app->app());
         engine->rootContext()->setContextProperty(QStringLiteral("shots"), &m_shots);
+        engine->rootContext()->setContextProperty(QStringLiteral("library"), &m_library);
     }
 
 private:
     std::unique_ptr<tomewise::test::BooksApiServer> m_server;
     std::unique_ptr<tomewise::test::TestApp> m_app;
     Shots m_shots;
+    tomewise::test::TestApp *m_appPointer = nullptr;
+    Library m_library{m_appPointer};
 };
 
 QUICK_TEST_MAIN_WITH_SETUP(pages, Setup)

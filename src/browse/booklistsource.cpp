@@ -1,0 +1,234 @@
+#include "booklistsource.h"
+
+#include "app/datetext.h"
+#include "browse/titlecollation.h"
+#include "model/bookstore.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+
+#include <algorithm>
+
+namespace tomewise {
+
+namespace {
+
+bool fail(const QSqlQuery &q, QString *error)
+{
+    if (error)
+        *error = q.lastError().text();
+    return false;
+}
+
+bool isAscii(const QString &s)
+{
+    return std::all_of(s.begin(), s.end(), [](QChar c) { return c.unicode() < 0x80; });
+}
+
+QString likePattern(const QString &needle)
+{
+    QString escaped = needle;
+    escaped.replace(u'\\', QStringLiteral("\\\\")).replace(u'%', QStringLiteral("\\%")).replace(u'_', QStringLiteral("\\_"));
+    return u'%' + escaped + u'%';
+}
+
+const QStringList &knownTextColumns()
+{
+    static const QStringList columns{QStringLiteral("name"), QStringLiteral("author"), QStringLiteral("category"),
+                                     QStringLiteral("rating"), QStringLiteral("series")};
+    return columns;
+}
+
+} // namespace
+
+BookListSource::BookListSource(BookStore &store)
+    : m_store(store)
+{
+}
+
+std::optional<std::vector<qint64>> BookListSource::keys(const QList<SortDescriptor> &order, QString *error)
+{
+    QStringList terms;
+    for (const auto &s : order) {
+        if (!knownTextColumns().contains(s.attribute) && s.attribute != u"dateRead" && s.attribute != u"seriesNumber") {
+            if (error)
+                *error = QStringLiteral("Unknown attribute %1 of Books").arg(s.attribute);
+            return std::nullopt;
+        }
+        terms << s.attribute + (s.ascending ? QStringLiteral(" ASC") : QStringLiteral(" DESC"));
+    }
+    terms << QStringLiteral("pk");
+    QSqlQuery q(m_store.database());
+    q.setForwardOnly(true);
+    if (!q.exec(QStringLiteral("SELECT pk FROM Books ORDER BY ") + terms.join(u',')))
+        return fail(q, error), std::nullopt;
+    std::vector<qint64> out;
+    while (q.next())
+        out.push_back(q.value(0).toLongLong());
+    return out;
+}
+
+std::optional<BookListSource::Sectioned> BookListSource::titleOrder(const TitleCollation &collation, QString *error)
+{
+    QSqlDatabase db = m_store.database();
+    QSqlQuery q(db);
+    q.setForwardOnly(true);
+    // A title's key goes with the title: any writer that changes or removes
+    // one drops its key, and the keys missing are made again below.
+    for (const char *sql : {
+             "CREATE TABLE IF NOT EXISTS BooksTitleKey (book INTEGER PRIMARY KEY, locale TEXT, "
+             "sortKey BLOB, section TEXT)",
+             "CREATE INDEX IF NOT EXISTS BooksTitleKey_order ON BooksTitleKey(sortKey, book)",
+             "CREATE TRIGGER IF NOT EXISTS BooksTitleKey_rename AFTER UPDATE OF name ON Books "
+             "BEGIN DELETE FROM BooksTitleKey WHERE book = OLD.pk; END",
+             "CREATE TRIGGER IF NOT EXISTS BooksTitleKey_delete AFTER DELETE ON Books "
+             "BEGIN DELETE FROM BooksTitleKey WHERE book = OLD.pk; END"}) {
+        if (!q.exec(QLatin1String(sql)))
+            return fail(q, error), std::nullopt;
+    }
+    if (!q.prepare(QStringLiteral("SELECT pk, name FROM Books WHERE pk NOT IN "
+                                  "(SELECT book FROM BooksTitleKey WHERE locale = ?)")))
+        return fail(q, error), std::nullopt;
+    q.addBindValue(collation.locale());
+    if (!q.exec())
+        return fail(q, error), std::nullopt;
+    struct Missing
+    {
+        qint64 pk;
+        QString name;
+    };
+    std::vector<Missing> missing;
+    while (q.next())
+        missing.push_back({q.value(0).toLongLong(), q.value(1).toString()});
+    q.finish();
+    if (!missing.empty()) {
+        BookStore::Transaction transaction(m_store);
+        QSqlQuery insert(db);
+        if (!insert.prepare(QStringLiteral("INSERT OR REPLACE INTO BooksTitleKey (book, locale, sortKey, section) "
+                                           "VALUES (?, ?, ?, ?)")))
+            return fail(insert, error), std::nullopt;
+        for (const auto &m : missing) {
+            QString section;
+            const QByteArray key = collation.orderKey(m.name, &section);
+            insert.addBindValue(m.pk);
+            insert.addBindValue(collation.locale());
+            insert.addBindValue(key);
+            insert.addBindValue(section);
+            if (!insert.exec())
+                return fail(insert, error), std::nullopt;
+        }
+        if (auto r = transaction.commit(); !r) {
+            if (error)
+                *error = r.error;
+            return std::nullopt;
+        }
+    }
+    if (!q.exec(QStringLiteral("SELECT book, section FROM BooksTitleKey ORDER BY sortKey, book")))
+        return fail(q, error), std::nullopt;
+    Sectioned out;
+    QString last;
+    while (q.next()) {
+        out.keys.push_back(q.value(0).toLongLong());
+        QString section = q.value(1).toString();
+        // Consecutive rows share their letter's one string.
+        if (section == last)
+            section = last;
+        else
+            last = section;
+        out.sections.append(section);
+    }
+    return out;
+}
+
+std::optional<std::vector<qint64>> BookListSource::matching(const QStringList &attributes, const QString &text,
+                                                            const DateText &dates, QString *error)
+{
+    const QString needle = text.toLower();
+    if (attributes == QStringList{QStringLiteral("dateRead")})
+        return matchingDates(needle, dates, error);
+    QStringList columns;
+    for (const auto &a : attributes) {
+        if (!knownTextColumns().contains(a)) {
+            if (error)
+                *error = QStringLiteral("Unknown attribute %1 of Books").arg(a);
+            return std::nullopt;
+        }
+        columns << a;
+    }
+    QSqlQuery q(m_store.database());
+    q.setForwardOnly(true);
+    std::vector<qint64> out;
+    if (isAscii(needle)) {
+        // The store's LIKE folds ASCII case, which is all an ASCII text needs.
+        QStringList terms;
+        for (const auto &c : columns)
+            terms << c + QStringLiteral(" LIKE ?1 ESCAPE '\\'");
+        if (!q.prepare(QStringLiteral("SELECT pk FROM Books WHERE ") + terms.join(QStringLiteral(" OR "))))
+            return fail(q, error), std::nullopt;
+        q.addBindValue(likePattern(needle));
+        if (!q.exec())
+            return fail(q, error), std::nullopt;
+        while (q.next())
+            out.push_back(q.value(0).toLongLong());
+    } else {
+        // Other letters fold beyond what LIKE knows; compare them here.
+        if (!q.exec(QStringLiteral("SELECT pk, ") + columns.join(u',') + QStringLiteral(" FROM Books")))
+            return fail(q, error), std::nullopt;
+        while (q.next()) {
+            for (int c = 1; c <= int(columns.size()); ++c) {
+                if (q.value(c).toString().toLower().contains(needle)) {
+                    out.push_back(q.value(0).toLongLong());
+                    break;
+                }
+            }
+        }
+    }
+    std::sort(out.begin(), out.end());
+    return out;
+}
+
+std::optional<std::vector<qint64>> BookListSource::matchingDates(const QString &needle, const DateText &dates,
+                                                                 QString *error)
+{
+    QSqlQuery q(m_store.database());
+    q.setForwardOnly(true);
+    // Books read on one day share their instant: the days are few beside the
+    // books, so each is formatted once and the store finds the books by day.
+    if (!q.exec(QStringLiteral("SELECT DISTINCT dateRead FROM Books WHERE dateRead IS NOT NULL")))
+        return fail(q, error), std::nullopt;
+    QStringList days;
+    while (q.next()) {
+        const qint64 secs = q.value(0).toLongLong();
+        auto it = m_dayTexts.find(secs);
+        if (it == m_dayTexts.end()) {
+            it = m_dayTexts.insert(secs, dates.formatPattern(QDateTime::fromSecsSinceEpoch(secs, Qt::UTC),
+                                                             QStringLiteral("yyyy-MM-dd")));
+        }
+        if (it->contains(needle))
+            days << QString::number(secs);
+    }
+    std::vector<qint64> out;
+    if (days.isEmpty())
+        return out;
+    if (!q.prepare(QStringLiteral("SELECT pk FROM Books WHERE dateRead IN (SELECT value FROM json_each(?))")))
+        return fail(q, error), std::nullopt;
+    q.addBindValue(u'[' + days.join(u',') + u']');
+    if (!q.exec())
+        return fail(q, error), std::nullopt;
+    while (q.next())
+        out.push_back(q.value(0).toLongLong());
+    std::sort(out.begin(), out.end());
+    return out;
+}
+
+std::vector<qint64> BookListSource::keep(const std::vector<qint64> &keys, const std::vector<qint64> &found)
+{
+    std::vector<qint64> out;
+    for (qint64 k : keys) {
+        if (std::binary_search(found.begin(), found.end(), k))
+            out.push_back(k);
+    }
+    return out;
+}
+
+} // namespace tomewise
