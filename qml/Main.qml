@@ -31,6 +31,9 @@ ApplicationWindow {
         Component.onCompleted: window.openPage("MainMenu")
     }
 
+    // The platform's store-review prompt, over whichever screen asked.
+    ReviewCard { appDelegate: window.appDelegate }
+
     // Opens the page of a navigation target over the current one.
     function openPage(target, properties) {
         const props = Object.assign({ appDelegate: window.appDelegate, pageTarget: target }, properties || {})

@@ -2,6 +2,7 @@
 #include "app/appdelegate.h"
 #include "app/qmltypes.h"
 #include "app/selftest.h"
+#include "feedback/reviewservice.h"
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
@@ -81,6 +82,7 @@ int main(int argc, char *argv[])
     delegateOptions.dataDirectory = parser.value(options.dataDir);
     tomewise::AppDelegate delegate(std::move(delegateOptions));
     QObject::connect(&app, &QGuiApplication::aboutToQuit, &delegate, &tomewise::AppDelegate::applicationWillTerminate);
+    delegate.setReviewService(std::make_unique<tomewise::ReviewService>(delegate));
 
     QQmlApplicationEngine engine;
     tomewise::installImageProviders(engine, delegate);

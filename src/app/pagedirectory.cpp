@@ -9,7 +9,14 @@ const QList<PageDirectory::Page> &PageDirectory::pages()
         {"Overview", "OverviewPage.qml", "My Tomewise Overview"},
         {"ListStyle", "ListStylePage.qml", "Book List"},
         {"BookShelf", "BookShelfPage.qml", "Book List"},
-        {"TabBarController", nullptr, "List By Group"},
+        {"TabBarController", "GroupTabsPage.qml", "List By Group"},
+        {"AuthorBreakdown", "GroupBreakdownPage.qml", "Author"},
+        {"FormatBreakdown", "GroupBreakdownPage.qml", "Format"},
+        {"GenreBreakdown", "GroupBreakdownPage.qml", "Genre"},
+        {"RatingBreakdown", "GroupBreakdownPage.qml", "Ratings"},
+        {"SeriesBreakdown", "GroupBreakdownPage.qml", "Series"},
+        {"YearBreakdown", "GroupBreakdownPage.qml", "Years Published"},
+        {"DateReadBreakdown", "GroupBreakdownPage.qml", "Date Read"},
         {"NewBook", "NewBookPage.qml", "Add Book"},
         {"Detail", "DetailPage.qml", "Book Detail"},
         {"PrintReport", nullptr, "Print Report"},
@@ -27,7 +34,7 @@ const QList<PageDirectory::Page> &PageDirectory::pages()
         {"ImportExport", "ImportExportPage.qml", "Import / Export"},
         {"Export", "ExportPage.qml", "Export"},
         {"Import", "ImportPage.qml", "Import"},
-        {"RateShare", nullptr, "Rate & Share"},
+        {"RateShare", "RateSharePage.qml", "Rate & Share"},
     };
     return list;
 }

@@ -19,10 +19,25 @@
 #include "exchange/importviewcontroller.h"
 #include "browse/coverimageprovider.h"
 #include "browse/bookshelfviewcontroller.h"
+#include "browse/authorgrouptableviewcontroller.h"
+#include "browse/formatgrouptableviewcontroller.h"
+#include "browse/genregrouptableviewcontroller.h"
+#include "browse/ratinggrouptableviewcontroller.h"
+#include "browse/seriesgrouptableviewcontroller.h"
+#include "browse/yeargrouptableviewcontroller.h"
+#include "browse/datereadtableviewcontroller.h"
+#include "browse/authorbreakdowntableviewcontroller.h"
+#include "browse/formatbreakdowntableviewcontroller.h"
+#include "browse/genrebreakdowntableviewcontroller.h"
+#include "browse/ratingbreakdowntableviewcontroller.h"
+#include "browse/seriesbreakdowntableviewcontroller.h"
+#include "browse/yearbreakdowntableviewcontroller.h"
+#include "browse/datereadgrouptableviewcontroller.h"
 #include "browse/liststyletableviewcontroller.h"
 #include "entry/coverview.h"
 #include "entry/detailviewcontroller.h"
 #include "entry/newbookviewcontroller.h"
+#include "feedback/ratesharetableviewcontroller.h"
 
 #include <QQmlEngine>
 
@@ -66,6 +81,25 @@ void registerQmlTypes()
     qmlRegisterType<BookShelfViewController>(uri, 1, 0, "BookShelfViewController");
     qmlRegisterUncreatableType<BookWindowModel>(uri, 1, 0, "BookWindowModel", QStringLiteral("Owned by its list"));
     qmlRegisterType<CoverView>(uri, 1, 0, "CoverView");
+    qmlRegisterType<RateShareTableViewController>(uri, 1, 0, "RateShareTableViewController");
+    qmlRegisterUncreatableType<GroupTableViewController>(uri, 1, 0, "GroupTableViewController", QStringLiteral("Base of the summaries"));
+    qmlRegisterUncreatableType<GroupBreakdownTableViewController>(uri, 1, 0, "GroupBreakdownTableViewController", QStringLiteral("Base of the breakdowns"));
+    qmlRegisterUncreatableType<GroupSummaryModel>(uri, 1, 0, "GroupSummaryModel", QStringLiteral("Owned by its summary"));
+    qmlRegisterUncreatableType<GroupBreakdownModel>(uri, 1, 0, "GroupBreakdownModel", QStringLiteral("Owned by its breakdown"));
+    qmlRegisterType<AuthorGroupTableViewController>(uri, 1, 0, "AuthorGroupTableViewController");
+    qmlRegisterType<FormatGroupTableViewController>(uri, 1, 0, "FormatGroupTableViewController");
+    qmlRegisterType<GenreGroupTableViewController>(uri, 1, 0, "GenreGroupTableViewController");
+    qmlRegisterType<RatingGroupTableViewController>(uri, 1, 0, "RatingGroupTableViewController");
+    qmlRegisterType<SeriesGroupTableViewController>(uri, 1, 0, "SeriesGroupTableViewController");
+    qmlRegisterType<YearGroupTableViewController>(uri, 1, 0, "YearGroupTableViewController");
+    qmlRegisterType<DateReadTableViewController>(uri, 1, 0, "DateReadTableViewController");
+    qmlRegisterType<AuthorBreakdownTableViewController>(uri, 1, 0, "AuthorBreakdownTableViewController");
+    qmlRegisterType<FormatBreakdownTableViewController>(uri, 1, 0, "FormatBreakdownTableViewController");
+    qmlRegisterType<GenreBreakdownTableViewController>(uri, 1, 0, "GenreBreakdownTableViewController");
+    qmlRegisterType<RatingBreakdownTableViewController>(uri, 1, 0, "RatingBreakdownTableViewController");
+    qmlRegisterType<SeriesBreakdownTableViewController>(uri, 1, 0, "SeriesBreakdownTableViewController");
+    qmlRegisterType<YearBreakdownTableViewController>(uri, 1, 0, "YearBreakdownTableViewController");
+    qmlRegisterType<DateReadGroupTableViewController>(uri, 1, 0, "DateReadGroupTableViewController");
 }
 
 void installImageProviders(QQmlEngine &engine, AppDelegate &delegate)

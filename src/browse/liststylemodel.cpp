@@ -1,6 +1,7 @@
 #include "liststylemodel.h"
 
 #include "app/datetext.h"
+#include "browse/labeltemplate.h"
 
 namespace tomewise {
 
@@ -29,41 +30,14 @@ QString ListStyleModel::dateMedium(const Books &book) const
     return *it;
 }
 
-QString ListStyleModel::expand(const char *pattern, const Books &book) const
+QString ListStyleModel::fill(const char *pattern, const Books &book) const
 {
-    const QString p = QLatin1String(pattern);
-    QString out;
-    qsizetype i = 0;
-    while (i < p.size()) {
-        const qsizetype open = p.indexOf(u'{', i);
-        if (open < 0) {
-            out += QStringView(p).mid(i);
-            break;
-        }
-        out += QStringView(p).mid(i, open - i);
-        const qsizetype close = p.indexOf(u'}', open);
-        const QStringView token = QStringView(p).mid(open + 1, close - open - 1);
-        const qsizetype bar = token.indexOf(u'|');
-        const QStringView name = bar < 0 ? token : token.left(bar);
-        if (name == u"dateRead") {
-            out += dateMedium(book);
-        } else if (const BooksAttribute *a = booksAttribute(name)) {
-            const QVariant v = attributeValue(book, *a);
-            if (!v.isValid() && bar >= 0)
-                out += token.mid(bar + 1);
-            else if (a->type() == AttributeType::Integer)
-                out += QString::number(v.toInt());
-            else
-                out += v.toString();
-        }
-        i = close + 1;
-    }
-    return out;
+    return fillLabel(pattern, book, [&] { return dateMedium(book); });
 }
 
 QString ListStyleModel::label(int row, int slot) const
 {
-    return expand(m_option->labels[size_t(slot)], heldBook(row));
+    return fill(m_option->labels[size_t(slot)], heldBook(row));
 }
 
 QStringList ListStyleModel::labels(int row) const
@@ -82,7 +56,7 @@ QVariant ListStyleModel::data(const QModelIndex &index, int role) const
         return {};
     const Books &b = heldBook(index.row());
     if (role < AttributeRole)
-        return expand(m_option->labels[size_t(role - LabelRole)], b);
+        return fill(m_option->labels[size_t(role - LabelRole)], b);
     const auto attributes = booksAttributes();
     if (role < AttributeRole + int(attributes.size())) {
         const auto &a = attributes[size_t(role - AttributeRole)];

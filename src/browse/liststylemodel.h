@@ -33,7 +33,7 @@ public:
     QStringList labels(int row) const;
 
 private:
-    QString expand(const char *pattern, const Books &book) const;
+    QString fill(const char *pattern, const Books &book) const;
     QString dateMedium(const Books &book) const;
 
     const ListStyleSortOption *m_option = &kListStyleSortOptions[0];

@@ -8,6 +8,8 @@
 
 #include <optional>
 
+class QWindow;
+
 namespace tomewise {
 
 struct MailAttachment
@@ -51,6 +53,8 @@ public:
     virtual void composeMessage(const QString &body, const QList<QUrl> &attachments) = 0;
     virtual void share(const ShareItems &items) = 0;
     virtual void requestStoreReview() = 0;
+    // The prompt placed over one window; where windows make no difference, the plain request.
+    virtual void requestStoreReviewIn(QWindow *window) { Q_UNUSED(window) requestStoreReview(); }
     virtual bool openUrl(const QUrl &url) = 0;
 
 Q_SIGNALS:

@@ -20,6 +20,7 @@ public:
     QList<std::pair<QString, QList<QUrl>>> messages;
     QList<ShareItems> shares;
     int reviewRequests = 0;
+    QList<QWindow *> reviewWindows; // the window of each request placed over one
     QList<QUrl> openedUrls;
 
     bool cameraAvailable() const override { return hasCamera; }
@@ -38,6 +39,11 @@ public:
         Q_EMIT shareRequested(items.text, items.image, items.files);
     }
     void requestStoreReview() override { ++reviewRequests; }
+    void requestStoreReviewIn(QWindow *window) override
+    {
+        reviewWindows.append(window);
+        ++reviewRequests;
+    }
     bool openUrl(const QUrl &url) override
     {
         openedUrls.append(url);

@@ -1,0 +1,157 @@
+import QtQuick
+import QtTest
+import QtQuick.Controls
+import Tomewise
+
+// "List By Group": the tabs, a summary as a list and as a chart, a
+// breakdown with its sort menu and search, and the round trip to the detail
+// screen and back.
+TestCase {
+    id: test
+    name: "GroupPages"
+    when: windowShown
+    property var window
+
+    NewBookViewController { id: form; appDelegate: testApp }
+
+    function addBook(name, author, genre, format, rating, date, published) {
+        form.viewDidLoad()
+        form.bookNameTextField = name
+        form.bookAuthorTextField = author
+        form.bookCategoryTextField = genre
+        form.BookFormatTextField = format
+        form.RatingTextField = rating
+        form.dateTextField = date
+        form.datePublishedTextField = published
+        verify(form.SaveNewBook(), name)
+    }
+
+    function initTestCase() {
+        addBook("Dune", "Frank Herbert", "Science Fiction", "Paperback", "*****", "Mar 7, 2021", "1965")
+        addBook("Emma", "Jane Austen", "Classics", "Hardcover", "****", "Jan 9, 2022", "1815")
+        addBook("Persuasion", "Jane Austen", "Classics", "Paperback", "****", "May 2, 2020", "1817")
+        addBook("The Hobbit", "J.R.R. Tolkien", "Fantasy", "Kindle", "*****", "Aug 1, 2021", "1937")
+        const component = Qt.createComponent("qrc:/qml/Main.qml")
+        compare(component.status, Component.Ready, component.errorString())
+        window = component.createObject(null, { appDelegate: testApp })
+        verify(window)
+        waitForRendering(window.contentItem)
+    }
+    function cleanupTestCase() { window.destroy() }
+
+    function page() { return window.pageStack.currentItem }
+    function summary() { return page().current }
+    function rowAt(list, i) {
+        tryVerify(() => list.itemAtIndex(i) !== null)
+        return list.itemAtIndex(i)
+    }
+    function rowTexts(list) {
+        const out = []
+        for (let i = 0; i < list.count; ++i) {
+            const row = rowAt(list, i)
+            out.push(row.value + "=" + row.count)
+        }
+        return out
+    }
+
+    function test_1_tabsAndSummaries() {
+        window.openPage("TabBarController")
+        tryCompare(page(), "title", "List By Group")
+        tryCompare(window.pageStack, "busy", false)
+        verify(!window.header.visible) // the tabs carry their own bar
+        const bar = findChild(page(), "tabBar")
+        compare(bar.count, 7)
+        compare(findChild(page(), "tabTitle").text, "Author")
+        const list = findChild(summary(), "tableView")
+        tryCompare(list, "count", 3)
+        compare(rowTexts(list), ["Frank Herbert=1", "J.R.R. Tolkien=1", "Jane Austen=2"])
+        compare(findChild(summary(), "sectionHeader").text, "3 Authors")
+        shots.save(window, "summary-author-list")
+
+        const targets = ["AuthorGroup", "FormatGroup", "GenreGroup", "RatingGroup", "SeriesGroup", "YearGroup",
+                        "DateReadGroup"]
+        for (let i = 0; i < targets.length; ++i) {
+            bar.currentIndex = i
+            tryVerify(() => summary() && summary().summaryTarget === targets[i])
+            wait(100)
+            shots.save(window, "summary-" + targets[i] + "-list")
+            mouseClick(findChild(page(), "chartButton"))
+            tryCompare(summary(), "showChart", true)
+            wait(100)
+            shots.save(window, "summary-" + targets[i] + "-chart")
+        }
+        bar.currentIndex = 1
+        tryVerify(() => summary().summaryTarget === "FormatGroup")
+        compare(findChild(summary(), "sectionHeader").text, "3 Formats")
+        const bars = findChild(summary(), "chartBars")
+        tryCompare(bars, "count", 3)
+        compare(rowAt(bars, 0).modelData.value, "Paperback") // the longest first
+        mouseClick(findChild(page(), "chartButton"))
+        tryCompare(summary(), "showChart", false)
+    }
+
+    function test_2_breakdownSortSearchAndDetail() {
+        // A tap on the bar opens the breakdown as a row tap does.
+        mouseClick(findChild(page(), "chartButton"))
+        const bars = findChild(summary(), "chartBars")
+        tryCompare(bars, "count", 3)
+        mouseClick(rowAt(bars, 0))
+        tryCompare(page(), "title", "Format")
+        tryCompare(window.pageStack, "busy", false)
+        verify(window.header.visible)
+        const list = findChild(page(), "tableView")
+        tryCompare(list, "count", 2)
+        compare(findChild(page(), "sectionHeader").text, "# of Books: 2")
+        compare(rowAt(list, 0).labels[0], "Name: Dune")
+        compare(rowAt(list, 0).height, 135)
+
+        mouseClick(findChild(window.header, "SortMenuButton"))
+        const menu = findChild(window.header, "sortMenu")
+        tryCompare(menu, "opened", true)
+        wait(500)
+        shots.save(window, "breakdown-sort-menu")
+        mouseClick(findChild(menu.contentItem, "sortAction2"))
+        tryCompare(menu, "visible", false)
+        tryVerify(() => list.itemAtIndex(0).labels[0] === "Name: Dune") // ascending by name
+        mouseClick(findChild(window.header, "SortMenuButton"))
+        tryCompare(menu, "opened", true)
+        mouseClick(findChild(menu.contentItem, "sortAction2"))
+        tryCompare(menu, "visible", false)
+        tryVerify(() => list.itemAtIndex(0) && list.itemAtIndex(0).labels[0] === "Name: Persuasion")
+
+        // Detail and back: showing the breakdown again turns the order.
+        mouseClick(rowAt(list, 0))
+        tryCompare(page(), "title", "Book Detail")
+        tryCompare(window.pageStack, "busy", false)
+        compare(findChild(page(), "bookNameTextField").text, "Persuasion")
+        compare(testApp.state.callingScreen, "FormatBreakdown")
+        mouseClick(findChild(window.header, "backButton"))
+        tryCompare(page(), "title", "Format")
+        tryCompare(window.pageStack, "busy", false)
+        const back = findChild(page(), "tableView")
+        tryVerify(() => back.itemAtIndex(0) && back.itemAtIndex(0).labels[0] === "Name: Dune")
+
+        const search = findChild(page(), "searchBar")
+        mouseClick(search)
+        keyClick("p")
+        keyClick("e")
+        tryCompare(back, "count", 1)
+        compare(findChild(page(), "sectionHeader").text, "# of Books: 1")
+        wait(200)
+        shots.save(window, "breakdown-search")
+
+        // Swipe and "delete": the book goes, and the count with it.
+        const row = rowAt(back, 0)
+        row.swipe.open(SwipeDelegate.Right)
+        tryCompare(row.swipe, "complete", true)
+        mouseClick(findChild(row, "deleteAction"))
+        tryCompare(back, "count", 0)
+        compare(findChild(page(), "sectionHeader").text, "# of Books: 0")
+
+        window.back()
+        tryCompare(page(), "title", "List By Group")
+        tryCompare(window.pageStack, "busy", false)
+        mouseClick(findChild(page(), "menuButton"))
+        tryCompare(page(), "title", "Tomewise")
+    }
+}
