@@ -2,6 +2,7 @@
 
 #include "app/datetext.h"
 #include "browse/titlecollation.h"
+#include "app/log.h"
 #include "model/bookstore.h"
 
 #include <QSqlError>
@@ -44,6 +45,11 @@ const QStringList &knownTextColumns()
 BookListSource::BookListSource(BookStore &store)
     : m_store(store)
 {
+    // The first show of the cards and the pictures: latest read first, ties
+    // in store order, read straight off one index.
+    QSqlQuery q(m_store.database());
+    if (!q.exec(QStringLiteral("CREATE INDEX IF NOT EXISTS Books_dateRead_desc ON Books(dateRead DESC, pk)")))
+        qCWarning(lcStore).noquote() << q.lastError().text();
 }
 
 std::optional<std::vector<qint64>> BookListSource::keys(const QList<SortDescriptor> &order, QString *error)
@@ -76,52 +82,59 @@ std::optional<BookListSource::Sectioned> BookListSource::titleOrder(const TitleC
     // A title's key goes with the title: any writer that changes or removes
     // one drops its key, and the keys missing are made again below.
     for (const char *sql : {
-             "CREATE TABLE IF NOT EXISTS BooksTitleKey (book INTEGER PRIMARY KEY, locale TEXT, "
-             "sortKey BLOB, section TEXT)",
-             "CREATE INDEX IF NOT EXISTS BooksTitleKey_order ON BooksTitleKey(sortKey, book)",
+             "CREATE TABLE IF NOT EXISTS BooksTitleKey (book INTEGER PRIMARY KEY, sortKey BLOB, section TEXT)",
+             "CREATE TABLE IF NOT EXISTS BooksTitleKeyLocale (locale TEXT)",
+             "CREATE INDEX IF NOT EXISTS BooksTitleKey_order ON BooksTitleKey(sortKey, book, section)",
              "CREATE TRIGGER IF NOT EXISTS BooksTitleKey_rename AFTER UPDATE OF name ON Books "
-             "BEGIN DELETE FROM BooksTitleKey WHERE book = OLD.pk; END",
+             "WHEN OLD.name IS NOT NEW.name BEGIN DELETE FROM BooksTitleKey WHERE book = OLD.pk; END",
              "CREATE TRIGGER IF NOT EXISTS BooksTitleKey_delete AFTER DELETE ON Books "
              "BEGIN DELETE FROM BooksTitleKey WHERE book = OLD.pk; END"}) {
         if (!q.exec(QLatin1String(sql)))
             return fail(q, error), std::nullopt;
     }
-    if (!q.prepare(QStringLiteral("SELECT pk, name FROM Books WHERE pk NOT IN "
-                                  "(SELECT book FROM BooksTitleKey WHERE locale = ?)")))
+    BookStore::Transaction transaction(m_store);
+    // Keys made under another locale order differently: all are made again.
+    if (!q.exec(QStringLiteral("SELECT locale FROM BooksTitleKeyLocale")))
         return fail(q, error), std::nullopt;
-    q.addBindValue(collation.locale());
-    if (!q.exec())
-        return fail(q, error), std::nullopt;
-    struct Missing
-    {
-        qint64 pk;
-        QString name;
-    };
-    std::vector<Missing> missing;
-    while (q.next())
-        missing.push_back({q.value(0).toLongLong(), q.value(1).toString()});
+    const bool sameLocale = q.next() && q.value(0).toString() == collation.locale();
     q.finish();
-    if (!missing.empty()) {
-        BookStore::Transaction transaction(m_store);
+    if (!sameLocale) {
+        QSqlQuery reset(db);
+        if (!reset.exec(QStringLiteral("DELETE FROM BooksTitleKey")) ||
+            !reset.exec(QStringLiteral("DELETE FROM BooksTitleKeyLocale")) ||
+            !reset.prepare(QStringLiteral("INSERT INTO BooksTitleKeyLocale (locale) VALUES (?)")))
+            return fail(reset, error), std::nullopt;
+        reset.addBindValue(collation.locale());
+        if (!reset.exec())
+            return fail(reset, error), std::nullopt;
+    }
+    // With the triggers, equal counts mean every book has its key.
+    if (!q.exec(QStringLiteral("SELECT (SELECT count(*) FROM Books), (SELECT count(*) FROM BooksTitleKey)")) ||
+        !q.next())
+        return fail(q, error), std::nullopt;
+    const bool complete = q.value(0).toLongLong() == q.value(1).toLongLong();
+    q.finish();
+    if (!complete) {
+        if (!q.exec(QStringLiteral("SELECT pk, name FROM Books WHERE pk NOT IN (SELECT book FROM BooksTitleKey)")))
+            return fail(q, error), std::nullopt;
         QSqlQuery insert(db);
-        if (!insert.prepare(QStringLiteral("INSERT OR REPLACE INTO BooksTitleKey (book, locale, sortKey, section) "
-                                           "VALUES (?, ?, ?, ?)")))
+        if (!insert.prepare(QStringLiteral("INSERT OR REPLACE INTO BooksTitleKey (book, sortKey, section) "
+                                           "VALUES (?, ?, ?)")))
             return fail(insert, error), std::nullopt;
-        for (const auto &m : missing) {
+        while (q.next()) {
             QString section;
-            const QByteArray key = collation.orderKey(m.name, &section);
-            insert.addBindValue(m.pk);
-            insert.addBindValue(collation.locale());
-            insert.addBindValue(key);
+            insert.addBindValue(q.value(0).toLongLong());
+            insert.addBindValue(collation.orderKey(q.value(1).toString(), &section));
             insert.addBindValue(section);
             if (!insert.exec())
                 return fail(insert, error), std::nullopt;
         }
-        if (auto r = transaction.commit(); !r) {
-            if (error)
-                *error = r.error;
-            return std::nullopt;
-        }
+        q.finish();
+    }
+    if (auto r = transaction.commit(); !r) {
+        if (error)
+            *error = r.error;
+        return std::nullopt;
     }
     if (!q.exec(QStringLiteral("SELECT book, section FROM BooksTitleKey ORDER BY sortKey, book")))
         return fail(q, error), std::nullopt;
@@ -162,10 +175,11 @@ std::optional<std::vector<qint64>> BookListSource::matching(const QStringList &a
         // The store's LIKE folds ASCII case, which is all an ASCII text needs.
         QStringList terms;
         for (const auto &c : columns)
-            terms << c + QStringLiteral(" LIKE ?1 ESCAPE '\\'");
+            terms << c + QStringLiteral(" LIKE ? ESCAPE '\\'");
         if (!q.prepare(QStringLiteral("SELECT pk FROM Books WHERE ") + terms.join(QStringLiteral(" OR "))))
             return fail(q, error), std::nullopt;
-        q.addBindValue(likePattern(needle));
+        for (qsizetype i = 0; i < columns.size(); ++i)
+            q.addBindValue(likePattern(needle));
         if (!q.exec())
             return fail(q, error), std::nullopt;
         while (q.next())

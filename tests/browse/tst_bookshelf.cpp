@@ -38,9 +38,11 @@ private:
 
     static void fill(TestApp &t)
     {
-        int day = 1;
-        for (const char *title : {"zebra", "1984", "Émile", "apple", "Ångström", "emma", "!Bang", "Moby Dick"})
-            readOn(t, QString::fromUtf8(title), QStringLiteral("Writer %1").arg(day), QDate(2020, 1, day++));
+        int day = 0;
+        for (const char *title : {"zebra", "1984", "Émile", "apple", "Ångström", "emma", "!Bang", "Moby Dick"}) {
+            ++day;
+            readOn(t, QString::fromUtf8(title), QStringLiteral("Writer %1").arg(day), QDate(2020, 1, day));
+        }
     }
 
 private Q_SLOTS:
@@ -97,7 +99,7 @@ private Q_SLOTS:
         BookShelfViewController shelf(&t.app());
         shelf.viewDidLoad();
         shelf.viewWillAppear();
-        QVERIFY(shelf.alphabet().startsWith(QStringList{"A", "B", "C"}));
+        QCOMPARE(shelf.alphabet().mid(0, 3), (QStringList{"A", "B", "C"}));
         QCOMPARE(shelf.alphabet().constLast(), QStringLiteral("#"));
         QCOMPARE(shelf.model()->book(shelf.rowOfLetter(letter)).name, title);
     }
