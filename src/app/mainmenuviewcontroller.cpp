@@ -2,7 +2,7 @@
 
 #include "app/launchtasks.h"
 #include "app/log.h"
-#include "browse/bookshelfviewcontroller.h"
+#include "browse/booklistcontroller.h"
 
 #include <QTimer>
 

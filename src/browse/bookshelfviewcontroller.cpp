@@ -5,61 +5,11 @@
 
 namespace tomewise {
 
-QStringList bookListPresentations()
-{
-    return {QStringLiteral("cards"), QStringLiteral("az"), QStringLiteral("pictures"), QStringLiteral("grid")};
-}
-
-QString recordBookListPresentation(AppDelegate &app, const QString &presentation)
-{
-    const bool graphic = presentation == u"pictures" || presentation == u"grid";
-    app.state().setListMode(graphic ? QStringLiteral("Graphic") : QStringLiteral("List"));
-    if (bookListPresentations().contains(presentation)) {
-        app.userDefaults().setValue(kBookListPresentationKey, presentation);
-        app.userDefaults().synchronize();
-    }
-    return presentation == u"cards" || !bookListPresentations().contains(presentation) ? QStringLiteral("ListStyle")
-                                                                                       : QStringLiteral("BookShelf");
-}
-
-QString lastBookListPresentation(AppDelegate &app)
-{
-    const QString last = app.userDefaults().stringValue(kBookListPresentationKey);
-    return bookListPresentations().contains(last) ? last : QStringLiteral("cards");
-}
-
-Books currentBookCopy(const Books &b)
-{
-    Books current;
-    current.pk = b.pk;
-    current.name = b.name;
-    current.subTitle = b.subTitle;
-    current.author = b.author;
-    current.bookPublisher = b.bookPublisher;
-    current.isbn = b.isbn;
-    current.category = b.category;
-    current.rating = b.rating;
-    current.series = b.series;
-    current.seriesNumber = b.seriesNumber;
-    current.publishDate = b.publishDate;
-    current.numberPages = b.numberPages;
-    current.notes = b.notes;
-    current.dt = b.dt;
-    return current;
-}
-
 BookShelfViewController::BookShelfViewController(AppDelegate *delegate, QObject *parent)
-    : ScreenController(delegate, parent)
+    : BookListController(delegate, parent)
 {
     setTitle(QStringLiteral("Book List"));
     connect(&m_model, &BookWindowModel::countChanged, this, &BookShelfViewController::headerChanged);
-}
-
-BookListSource &BookShelfViewController::source()
-{
-    if (!m_source)
-        m_source = std::make_unique<BookListSource>(context());
-    return *m_source;
 }
 
 const TitleCollation &BookShelfViewController::collation()
@@ -146,18 +96,7 @@ void BookShelfViewController::fetch()
 
 void BookShelfViewController::refilter()
 {
-    if (m_searchText.isEmpty()) {
-        m_model.showAll();
-        return;
-    }
-    QString error;
-    auto found = source().matching({QStringLiteral("name"), QStringLiteral("author")}, m_searchText,
-                                   app().dateText(), &error);
-    if (!found) {
-        qCWarning(lcStore).noquote() << error;
-        return;
-    }
-    m_model.showOnly(*found);
+    search(m_model, m_searchText, {QStringLiteral("name"), QStringLiteral("author")});
 }
 
 void BookShelfViewController::setSearchText(const QString &text)
@@ -172,27 +111,6 @@ void BookShelfViewController::setSearchText(const QString &text)
 int BookShelfViewController::rowOfLetter(const QString &letter) const
 {
     return m_model.rowOfSection(letter, alphabet());
-}
-
-void BookShelfViewController::deleteRow(int row)
-{
-    if (row < 0 || row >= m_model.rowCount())
-        return;
-    logIfFailed(context().deleteBook(m_model.key(row)));
-    app().saveContext();
-    m_model.removeShownRow(row);
-}
-
-void BookShelfViewController::selectRow(int row)
-{
-    if (row < 0 || row >= m_model.rowCount())
-        return;
-    const Books b = m_model.book(row);
-    Books &current = app().state().currentBook;
-    current = currentBookCopy(b);
-    current.pictureImage = context().cover(b.pk);
-    app().state().setCallingScreen(QStringLiteral("Master"));
-    Q_EMIT navigate(QStringLiteral("Detail"));
 }
 
 } // namespace tomewise

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "app/screencontroller.h"
-#include "browse/booklistsource.h"
-#include "browse/bookwindowmodel.h"
+#include "browse/booklistcontroller.h"
 #include "browse/titlecollation.h"
 
 #include <memory>
@@ -10,24 +8,10 @@
 
 namespace tomewise {
 
-// The settings key of the book-list presentation last chosen.
-inline constexpr auto kBookListPresentationKey = "BookListPresentation";
-
-// The book-list presentations: "cards" (the list-style list), "az", "pictures", "grid".
-QStringList bookListPresentations();
-// Records a chosen presentation: `listMode` ("List" for the text lists,
-// "Graphic" for the pictures) and the choice kept for the next launch. Returns
-// the navigation target that shows it.
-QString recordBookListPresentation(AppDelegate &app, const QString &presentation);
-// The presentation last chosen, "cards" at first.
-QString lastBookListPresentation(AppDelegate &app);
-// The fields a tap copies into currentBook (all but the picture).
-Books currentBookCopy(const Books &book);
-
 // The other book lists: every book by title with a section per letter, one
 // row per book with a large cover, or a grid of covers. One search over title
 // and author; a tap opens the detail screen, delete removes the book.
-class BookShelfViewController : public ScreenController
+class BookShelfViewController : public BookListController
 {
     Q_OBJECT
     Q_PROPERTY(QString mode READ mode WRITE setMode NOTIFY modeChanged)
@@ -49,13 +33,13 @@ public:
 
     Q_INVOKABLE void viewDidLoad();
     Q_INVOKABLE void viewWillAppear();
-    Q_INVOKABLE void deleteRow(int row);
-    Q_INVOKABLE void selectRow(int row);
+    Q_INVOKABLE void deleteRow(int row) { deleteShownRow(m_model, row); }
+    // A tap: the book's fields become currentBook and the detail screen opens.
+    Q_INVOKABLE void selectRow(int row) { openShownRow(m_model, row); }
     // The row the section index jumps to for a letter.
     Q_INVOKABLE int rowOfLetter(const QString &letter) const;
     // Another presentation chosen on the switcher; returns the target that shows it.
-    Q_INVOKABLE QString choosePresentation(const QString &presentation);
-    Q_INVOKABLE QString lastPresentation() { return lastBookListPresentation(app()); }
+    QString choosePresentation(const QString &presentation) override;
     Q_INVOKABLE void unwindToList();
 
 Q_SIGNALS:
@@ -64,7 +48,6 @@ Q_SIGNALS:
     void headerChanged();
 
 private:
-    BookListSource &source();
     const TitleCollation &collation();
     void fetch();
     void refilter();
@@ -72,7 +55,6 @@ private:
     QString m_mode = QStringLiteral("az");
     QString m_searchText;
     BookWindowModel m_model;
-    std::unique_ptr<BookListSource> m_source;
     std::unique_ptr<TitleCollation> m_collation;
     bool m_loaded = false;
 };

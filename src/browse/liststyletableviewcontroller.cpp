@@ -1,12 +1,11 @@
 #include "liststyletableviewcontroller.h"
 
 #include "app/log.h"
-#include "browse/bookshelfviewcontroller.h"
 
 namespace tomewise {
 
 ListStyleTableViewController::ListStyleTableViewController(AppDelegate *delegate, QObject *parent)
-    : ScreenController(delegate, parent)
+    : BookListController(delegate, parent)
 {
     setTitle(QStringLiteral("Book List"));
     connect(&m_model, &ListStyleModel::countChanged, this, &ListStyleTableViewController::headerChanged);
@@ -64,13 +63,6 @@ void ListStyleTableViewController::selectSortOption(int option)
     fetch();
 }
 
-BookListSource &ListStyleTableViewController::source()
-{
-    if (!m_source)
-        m_source = std::make_unique<BookListSource>(context());
-    return *m_source;
-}
-
 void ListStyleTableViewController::fetch()
 {
     const ListStyleSortOption *option = listStyleSortOption(sortName());
@@ -95,19 +87,7 @@ void ListStyleTableViewController::fetch()
 
 void ListStyleTableViewController::refilter()
 {
-    const QString text = searchText();
-    if (text.isEmpty()) {
-        m_model.showAll();
-        return;
-    }
-    QString error;
-    auto found = source().matching({QLatin1String(m_model.option().comparedAttribute)}, text,
-                                             app().dateText(), &error);
-    if (!found) {
-        qCWarning(lcStore).noquote() << error;
-        return;
-    }
-    m_model.showOnly(*found);
+    search(m_model, searchText(), {QLatin1String(m_model.option().comparedAttribute)});
 }
 
 void ListStyleTableViewController::setSearchText(const QString &text)
@@ -121,30 +101,12 @@ void ListStyleTableViewController::setSearchText(const QString &text)
 
 void ListStyleTableViewController::deleteRow(int row)
 {
-    if (row < 0 || row >= m_model.rowCount())
-        return;
-    const qint64 pk = m_model.key(row);
-    logIfFailed(context().deleteBook(pk));
-    app().saveContext();
-    m_model.removeShownRow(row);
-}
-
-QString ListStyleTableViewController::choosePresentation(const QString &presentation)
-{
-    return recordBookListPresentation(app(), presentation);
+    deleteShownRow(m_model, row);
 }
 
 void ListStyleTableViewController::selectRow(int row)
 {
-    if (row < 0 || row >= m_model.rowCount())
-        return;
-    const Books b = m_model.book(row);
-    Books &current = app().state().currentBook;
-    current = currentBookCopy(b);
-    current.pictureImage = context().cover(b.pk);
-    // The detail screen returns by "unwindToList" to the list that names itself so.
-    app().state().setCallingScreen(QStringLiteral("Master"));
-    Q_EMIT navigate(QStringLiteral("Detail"));
+    openShownRow(m_model, row);
 }
 
 } // namespace tomewise

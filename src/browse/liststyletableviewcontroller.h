@@ -1,19 +1,17 @@
 #pragma once
 
-#include "app/screencontroller.h"
-#include "browse/booklistsource.h"
+#include "browse/booklistcontroller.h"
 #include "browse/liststylemodel.h"
 
 #include <QVariantList>
 
-#include <memory>
 #include <optional>
 
 namespace tomewise {
 
 // The list-style book list: every book as a card, in one of six orders, with
 // a search that follows the order.
-class ListStyleTableViewController : public ScreenController
+class ListStyleTableViewController : public BookListController
 {
     Q_OBJECT
     Q_PROPERTY(QString SortName READ sortName NOTIFY sortChanged)
@@ -50,8 +48,6 @@ public:
     Q_INVOKABLE void selectRow(int row);
     // Back from the detail screen: the edited book is fetched anew, search kept.
     Q_INVOKABLE void unwindToList() { fetch(); }
-    // Another presentation chosen on the switcher; returns the target that shows it.
-    Q_INVOKABLE QString choosePresentation(const QString &presentation);
 
 Q_SIGNALS:
     void sortChanged();
@@ -60,7 +56,6 @@ Q_SIGNALS:
     void darkModeChanged();
 
 private:
-    BookListSource &source();
     void fetch();
     void refilter();
 
@@ -70,7 +65,6 @@ private:
     QString m_placeholder;
     bool m_darkMode = false;
     ListStyleModel m_model;
-    std::unique_ptr<BookListSource> m_source;
 };
 
 } // namespace tomewise
