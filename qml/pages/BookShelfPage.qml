@@ -200,7 +200,7 @@ ScreenPage {
             }
 
             // The section index down the right edge: tap or drag to a letter.
-            Column {
+            Item {
                 id: sectionIndex
                 objectName: "sectionIndex"
                 visible: ctl.mode === "az"
@@ -208,20 +208,24 @@ ScreenPage {
                 anchors.rightMargin: 2
                 anchors.verticalCenter: parent.verticalCenter
                 width: 20
+                height: letters.height
                 readonly property real letterHeight: Math.min(18, (parent.height - 8) / Math.max(1, ctl.alphabet.length))
                 property string active: ""
-                Repeater {
-                    model: ctl.alphabet
-                    Label {
-                        required property string modelData
-                        width: 20
-                        height: sectionIndex.letterHeight
-                        text: modelData
-                        horizontalAlignment: Text.AlignHCenter
-                        verticalAlignment: Text.AlignVCenter
-                        font.pixelSize: Math.min(12, sectionIndex.letterHeight - 1)
-                        font.bold: true
-                        color: sectionIndex.active === modelData ? Theme.ink : Theme.accent
+                Column {
+                    id: letters
+                    Repeater {
+                        model: ctl.alphabet
+                        Label {
+                            required property string modelData
+                            width: 20
+                            height: sectionIndex.letterHeight
+                            text: modelData
+                            horizontalAlignment: Text.AlignHCenter
+                            verticalAlignment: Text.AlignVCenter
+                            font.pixelSize: Math.min(12, sectionIndex.letterHeight - 1)
+                            font.bold: true
+                            color: sectionIndex.active === modelData ? Theme.ink : Theme.accent
+                        }
                     }
                 }
                 function jump(y) {
@@ -236,10 +240,11 @@ ScreenPage {
                 }
                 MouseArea {
                     anchors.fill: parent
-                    anchors.margins: -6
+                    anchors.leftMargin: -6
+                    anchors.rightMargin: -2
                     preventStealing: true
-                    onPressed: mouse => sectionIndex.jump(mouse.y - 6)
-                    onPositionChanged: mouse => sectionIndex.jump(mouse.y - 6)
+                    onPressed: mouse => sectionIndex.jump(mouse.y)
+                    onPositionChanged: mouse => sectionIndex.jump(mouse.y)
                     onReleased: sectionIndex.active = ""
                 }
             }

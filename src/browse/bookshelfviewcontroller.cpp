@@ -21,6 +21,9 @@ const TitleCollation &BookShelfViewController::collation()
 
 QStringList BookShelfViewController::alphabet() const
 {
+    // The page may ask before it has handed over the delegate.
+    if (!appDelegate())
+        return {};
     return const_cast<BookShelfViewController *>(this)->collation().letters();
 }
 

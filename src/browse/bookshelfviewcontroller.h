@@ -17,7 +17,7 @@ class BookShelfViewController : public BookListController
     Q_PROPERTY(QString mode READ mode WRITE setMode NOTIFY modeChanged)
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
     Q_PROPERTY(QString header READ header NOTIFY headerChanged)
-    Q_PROPERTY(QStringList alphabet READ alphabet CONSTANT)
+    Q_PROPERTY(QStringList alphabet READ alphabet NOTIFY appDelegateChanged)
     Q_PROPERTY(tomewise::BookWindowModel *model READ model CONSTANT)
 
 public:

@@ -104,6 +104,19 @@ private Q_SLOTS:
         QCOMPARE(shelf.model()->book(shelf.rowOfLetter(letter)).name, title);
     }
 
+    void switchingReordersInPlace()
+    {
+        TestApp t;
+        fill(t);
+        BookShelfViewController shelf(&t.app());
+        shelf.viewDidLoad();
+        shelf.viewWillAppear();
+        QCOMPARE(shelf.choosePresentation(QStringLiteral("pictures")), QStringLiteral("BookShelf"));
+        QCOMPARE(rows(shelf).first(), QStringLiteral("Moby Dick"));
+        shelf.choosePresentation(QStringLiteral("az"));
+        QCOMPARE(rows(shelf).first(), QStringLiteral("[A]"));
+    }
+
     void aRenamedBookMovesToItsNewLetter()
     {
         TestApp t;

@@ -77,6 +77,7 @@ TestCase {
     function test_4_picturesAndGrid() {
         choose("pictures")
         compare(testApp.state.listMode, "Graphic")
+        tryCompare(findChild(page(), "bookList").itemAtIndex(0), "title", "Oryx and Crake") // latest read first
         shots.save(window, "list-pictures")
         choose("grid")
         compare(findChild(page(), "bookGrid").count, books)

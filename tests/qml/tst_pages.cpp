@@ -53,7 +53,10 @@ public:
         int i = 0;
         for (const auto &[title, author] : books) {
             tomewise::Books b = tomewise::test::book(QString::fromUtf8(title), QString::fromUtf8(author));
-            b.dateRead = dates.startOfDay(2015 + i % 10, 1 + (i * 5) % 12, 1 + (i * 7) % 28);
+            b.year = qint16(2015 + i % 10);
+            b.month = qint16(1 + (i * 5) % 12);
+            b.day = qint16(1 + (i * 7) % 28);
+            b.dateRead = dates.startOfDay(*b.year, *b.month, *b.day);
             b.dt = dates.format(*b.dateRead, tomewise::DateText::Style::Medium);
             b.rating = QString(1 + (i * 3) % 5, u'*');
             if (i % 9 != 4) { // a few without a cover
