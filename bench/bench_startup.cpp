@@ -105,7 +105,7 @@ int main(int argc, char *argv[])
         const double secondMs = double(timer.nsecsElapsed()) / 1e6;
 
         std::printf("%d books with covers: first start-up %.0f ms (%d covers re-encoded), second start-up %.0f ms "
-                    "(%d re-encoded, %d settled and skipped); plain libjpeg-turbo loop %.0f ms (%zu bytes out); "
+                    "(%d covers given their bytes, %d of them known from the first start without decoding); plain libjpeg-turbo loop %.0f ms (%zu bytes out); "
                     "first / plain = %.2f, second / plain = %.2f\n",
                     n, startupMs, menu.lastRepair().covers, secondMs, again.lastRepair().covers,
                     again.lastRepair().fixedCovers, plainMs, total, startupMs / plainMs, secondMs / plainMs);

@@ -19,7 +19,7 @@ packages=(
   qml6-module-qtquick-dialogs qml6-module-qtqml qml6-module-qttest qml6-module-qtcore
   qml6-module-qt-labs-platform qml6-module-qtquick-pdf qt6-pdf-dev
   qt6-multimedia-dev qml6-module-qtmultimedia
-  libqt6sql6-sqlite libicu-dev libjpeg-dev libzxing-dev zint
+  libqt6sql6-sqlite libsqlite3-dev libicu-dev libjpeg-dev libzxing-dev zint
   fonts-liberation2 fonts-material-design-icons-iconfont
   sqlite3 libjpeg-turbo-progs xdg-utils
 )

@@ -5,6 +5,7 @@
 
 #include <QBuffer>
 #include <QCryptographicHash>
+#include <QDataStream>
 #include <QElapsedTimer>
 #include <QHash>
 #include <QSet>
@@ -90,19 +91,22 @@ namespace {
 
 using Key = std::pair<QString, QString>;
 
-// Covers that the re-encoding leaves unchanged, by the codec that found so. A
-// cover written by anyone (the app, an import, the sqlite3 shell) loses its mark.
-bool prepareFixedPoints(BookStore &store)
+// What later starts will make of each cover, by the codec that found so: the
+// covers they will write in turn, nothing once a cover comes back unchanged.
+// A cover written by anyone (the app, an import, the sqlite3 shell) loses its
+// record, and is decoded again.
+bool prepareAhead(BookStore &store)
 {
     QSqlQuery q(store.database());
     for (const char *sql : {
-             "CREATE TABLE IF NOT EXISTS CoverFixedPoint (book INTEGER PRIMARY KEY, codec TEXT NOT NULL)",
-             "CREATE TRIGGER IF NOT EXISTS CoverFixedPoint_insert AFTER INSERT ON BooksPictureImage "
-             "BEGIN DELETE FROM CoverFixedPoint WHERE book = NEW.book; END",
-             "CREATE TRIGGER IF NOT EXISTS CoverFixedPoint_update AFTER UPDATE ON BooksPictureImage "
-             "BEGIN DELETE FROM CoverFixedPoint WHERE book = OLD.book OR book = NEW.book; END",
-             "CREATE TRIGGER IF NOT EXISTS CoverFixedPoint_delete AFTER DELETE ON BooksPictureImage "
-             "BEGIN DELETE FROM CoverFixedPoint WHERE book = OLD.book; END"}) {
+             "CREATE TABLE IF NOT EXISTS CoverReencodeAhead (book INTEGER PRIMARY KEY, codec TEXT NOT NULL, "
+             "ahead BLOB)",
+             "CREATE TRIGGER IF NOT EXISTS CoverReencodeAhead_insert AFTER INSERT ON BooksPictureImage "
+             "BEGIN DELETE FROM CoverReencodeAhead WHERE book = NEW.book; END",
+             "CREATE TRIGGER IF NOT EXISTS CoverReencodeAhead_update AFTER UPDATE ON BooksPictureImage "
+             "BEGIN DELETE FROM CoverReencodeAhead WHERE book = OLD.book OR book = NEW.book; END",
+             "CREATE TRIGGER IF NOT EXISTS CoverReencodeAhead_delete AFTER DELETE ON BooksPictureImage "
+             "BEGIN DELETE FROM CoverReencodeAhead WHERE book = OLD.book; END"}) {
         if (!q.exec(QLatin1String(sql))) {
             qCWarning(lcStore).noquote() << q.lastError().text();
             return false;
@@ -111,28 +115,48 @@ bool prepareFixedPoints(BookStore &store)
     return true;
 }
 
-QSet<qint64> fixedPoints(BookStore &store, const QByteArray &codec)
+// The books with a record: true for a settled cover, false when covers are still ahead.
+QHash<qint64, bool> aheadKeys(BookStore &store, const QByteArray &codec)
 {
-    QSet<qint64> keys;
+    QHash<qint64, bool> keys;
     QSqlQuery q(store.database());
     q.setForwardOnly(true);
-    q.prepare(QStringLiteral("SELECT book FROM CoverFixedPoint WHERE codec = ?"));
+    q.prepare(QStringLiteral("SELECT book, ahead IS NULL FROM CoverReencodeAhead WHERE codec = ?"));
     q.addBindValue(QString::fromLatin1(codec));
     if (!q.exec()) {
         qCWarning(lcStore).noquote() << q.lastError().text();
         return keys;
     }
     while (q.next())
-        keys.insert(q.value(0).toLongLong());
+        keys.insert(q.value(0).toLongLong(), q.value(1).toBool());
     return keys;
 }
 
-StoreResult markFixedPoint(BookStore &store, qint64 pk, const QByteArray &codec)
+QList<QByteArray> readAhead(BookStore &store, qint64 pk)
 {
     QSqlQuery q(store.database());
-    q.prepare(QStringLiteral("INSERT OR REPLACE INTO CoverFixedPoint (book, codec) VALUES (?, ?)"));
+    q.prepare(QStringLiteral("SELECT ahead FROM CoverReencodeAhead WHERE book = ?"));
+    q.addBindValue(pk);
+    QList<QByteArray> covers;
+    if (q.exec() && q.next()) {
+        QDataStream in(q.value(0).toByteArray());
+        in >> covers;
+    }
+    return covers;
+}
+
+StoreResult recordAhead(BookStore &store, qint64 pk, const QByteArray &codec, const QList<QByteArray> &ahead)
+{
+    QByteArray blob;
+    if (!ahead.isEmpty()) {
+        QDataStream out(&blob, QIODevice::WriteOnly);
+        out << ahead;
+    }
+    QSqlQuery q(store.database());
+    q.prepare(QStringLiteral("INSERT OR REPLACE INTO CoverReencodeAhead (book, codec, ahead) VALUES (?, ?, ?)"));
     q.addBindValue(pk);
     q.addBindValue(QString::fromLatin1(codec));
+    q.addBindValue(ahead.isEmpty() ? QVariant(QMetaType::fromType<QByteArray>()) : QVariant(blob));
     if (!q.exec())
         return {false, q.lastError().text()};
     return {};
@@ -191,9 +215,9 @@ DateRepair::DateRepair(AppDelegate &app, QList<Books> bookList)
     BookStore &store = app.persistentContainer();
     m_matches = titleAuthorCounts(store);
     m_codec = codecFingerprint();
-    m_marksKept = prepareFixedPoints(store);
+    m_marksKept = prepareAhead(store);
     if (m_marksKept)
-        m_fixed = fixedPoints(store, m_codec);
+        m_ahead = aheadKeys(store, m_codec);
     m_withCover = coverKeys(store);
 }
 
@@ -202,14 +226,23 @@ void DateRepair::flushCovers()
     BookStore &store = m_app.persistentContainer();
     // Covers are re-encoded in batches across the cores; each record is still
     // written, in order, on this thread.
+    // Each cover is re-encoded, and so is each result until one comes back
+    // unchanged: those are the covers the next starts would write.
+    constexpr int kGenerations = 4;
     QtConcurrent::blockingMap(m_jobs, [](Job &job) {
         job.result = reencodeJpeg(job.bytes, 0.05);
-        // What the next start would make of this start's bytes: when it is
-        // the same, that start and every later one can be skipped.
-        if (job.result && *job.result != job.bytes)
-            job.settled = reencodeJpeg(*job.result, 0.05) == job.result;
-        else
-            job.settled = job.result.has_value();
+        if (!job.result)
+            return;
+        QByteArray current = *job.result;
+        job.settled = current == job.bytes;
+        for (int g = 0; g < kGenerations && !job.settled; ++g) {
+            const auto next = reencodeJpeg(current, 0.05);
+            if (!next)
+                break;
+            job.settled = *next == current;
+            if (!job.settled)
+                job.ahead.append(current = *next);
+        }
     });
     for (const auto &job : m_jobs) {
         if (!job.result)
@@ -220,7 +253,7 @@ void DateRepair::flushCovers()
         if (*job.result != job.bytes)
             written = logIfFailed(store.setCover(job.pk, job.result));
         if (written && job.settled && m_marksKept)
-            logIfFailed(markFixedPoint(store, job.pk, m_codec));
+            logIfFailed(recordAhead(store, job.pk, m_codec, job.ahead));
     }
     m_jobs.clear();
 }
@@ -266,12 +299,25 @@ bool DateRepair::runFor(qint64 budgetNs)
         }
         if (!m_withCover.contains(book.pk))
             continue;
-        if (m_fixed.contains(book.pk)) {
-            ++m_counts.fixedCovers;
-            continue;
+        if (const auto known = m_ahead.constFind(book.pk); known != m_ahead.constEnd()) {
+            if (*known) {
+                ++m_counts.fixedCovers;
+                continue;
+            }
+            // This start's cover is known already: written without decoding.
+            QList<QByteArray> ahead = readAhead(store, book.pk);
+            if (!ahead.isEmpty()) {
+                const QByteArray cover = ahead.takeFirst();
+                if (logIfFailed(store.setCover(book.pk, cover))) {
+                    ++m_counts.covers;
+                    ++m_counts.fixedCovers;
+                    logIfFailed(recordAhead(store, book.pk, m_codec, ahead));
+                }
+                continue;
+            }
         }
         if (auto bytes = store.cover(book.pk)) {
-            m_jobs.append({book.pk, *bytes, std::nullopt, false});
+            m_jobs.append({book.pk, *bytes, std::nullopt, false, {}});
             if (m_jobs.size() == kBatch)
                 flushCovers();
         }

@@ -25,15 +25,17 @@ struct RepairCounts
     int books = 0;      // books walked
     int repaired = 0;   // uniquely identified books given their dateRead again
     int covers = 0;     // covers re-encoded
-    int fixedCovers = 0; // covers known to come out of the re-encoding unchanged, not decoded again
+    int fixedCovers = 0; // covers whose re-encoding was known from an earlier start, not decoded again
 };
 
 // Rebuilds dateRead from year/month/day for every book that is the only one
 // with its title and author, and re-encodes its cover at quality 0.05. A book
 // without a title or author is left alone and named in the log; a day the
-// calendar cannot form is fatal. The re-encoding is a function of the bytes:
-// a cover that came out of it unchanged is remembered with the codec that did
-// so and skipped on later starts until its bytes or the codec change.
+// calendar cannot form is fatal. The re-encoding is a function of the bytes,
+// and usually comes back unchanged within a generation or two: the covers the
+// next starts would write are worked out once and kept with the codec that
+// made them, so later starts write them (or, once settled, skip the cover)
+// without decoding, until the cover or the codec changes.
 // The work goes in slices, each saved on its own, so that a window can stay
 // responsive between them.
 class DateRepair
@@ -52,7 +54,8 @@ private:
         qint64 pk = 0;
         QByteArray bytes;
         std::optional<QByteArray> result;
-        bool settled = false; // re-encoding the result gives it back
+        bool settled = false;     // re-encoding comes back to the same bytes within a few starts
+        QList<QByteArray> ahead;  // what the starts after this one write, until then
     };
     void flushCovers();
 
@@ -63,7 +66,7 @@ private:
     QHash<std::pair<QString, QString>, int> m_matches;
     QByteArray m_codec;
     bool m_marksKept = false;
-    QSet<qint64> m_fixed;
+    QHash<qint64, bool> m_ahead; // books whose next covers are known: true when settled
     QSet<qint64> m_withCover;
     QHash<qint64, std::optional<QDateTime>> m_days;
     QList<Job> m_jobs;

@@ -5,10 +5,13 @@
 #include "app/log.h"
 #include "model/bookstore.h"
 
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
 
 #include <algorithm>
+
+#include <sqlite3.h>
 
 namespace tomewise {
 
@@ -31,6 +34,44 @@ QString likePattern(const QString &needle)
     QString escaped = needle;
     escaped.replace(u'\\', QStringLiteral("\\\\")).replace(u'%', QStringLiteral("\\%")).replace(u'_', QStringLiteral("\\_"));
     return u'%' + escaped + u'%';
+}
+
+// Runs a query of one or two integer columns on the store's own connection
+// through SQLite itself: a list's keys are many, and reading them through
+// QSqlQuery costs several times the query.
+bool scanIntegers(BookStore &store, const QString &sql, const QStringList &binds, std::vector<qint64> &first,
+                  std::vector<qint64> *second, QString *error)
+{
+    const QVariant handle = store.database().driver()->handle();
+    sqlite3 *db = handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0
+        ? *static_cast<sqlite3 *const *>(handle.data())
+        : nullptr;
+    if (!db) {
+        if (error)
+            *error = QStringLiteral("The store has no SQLite connection");
+        return false;
+    }
+    sqlite3_stmt *stmt = nullptr;
+    const QByteArray text = sql.toUtf8();
+    if (sqlite3_prepare_v2(db, text.constData(), int(text.size()), &stmt, nullptr) != SQLITE_OK) {
+        if (error)
+            *error = QString::fromUtf8(sqlite3_errmsg(db));
+        return false;
+    }
+    for (int i = 0; i < int(binds.size()); ++i) {
+        const QByteArray value = binds[i].toUtf8();
+        sqlite3_bind_text(stmt, i + 1, value.constData(), int(value.size()), SQLITE_TRANSIENT);
+    }
+    int rc;
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+        first.push_back(sqlite3_column_int64(stmt, 0));
+        if (second)
+            second->push_back(sqlite3_column_int64(stmt, 1));
+    }
+    if (rc != SQLITE_DONE && error)
+        *error = QString::fromUtf8(sqlite3_errmsg(db));
+    sqlite3_finalize(stmt);
+    return rc == SQLITE_DONE;
 }
 
 const QStringList &knownTextColumns()
@@ -64,13 +105,10 @@ std::optional<std::vector<qint64>> BookListSource::keys(const QList<SortDescript
         terms << s.attribute + (s.ascending ? QStringLiteral(" ASC") : QStringLiteral(" DESC"));
     }
     terms << QStringLiteral("pk");
-    QSqlQuery q(m_store.database());
-    q.setForwardOnly(true);
-    if (!q.exec(QStringLiteral("SELECT pk FROM Books ORDER BY ") + terms.join(u',')))
-        return fail(q, error), std::nullopt;
     std::vector<qint64> out;
-    while (q.next())
-        out.push_back(q.value(0).toLongLong());
+    if (!scanIntegers(m_store, QStringLiteral("SELECT pk FROM Books ORDER BY ") + terms.join(u','), {}, out, nullptr,
+                      error))
+        return std::nullopt;
     return out;
 }
 
@@ -82,7 +120,7 @@ std::optional<BookListSource::Sectioned> BookListSource::titleOrder(const TitleC
     // A title's key goes with the title: any writer that changes or removes
     // one drops its key, and the keys missing are made again below.
     for (const char *sql : {
-             "CREATE TABLE IF NOT EXISTS BooksTitleKey (book INTEGER PRIMARY KEY, sortKey BLOB, section TEXT)",
+             "CREATE TABLE IF NOT EXISTS BooksTitleKey (book INTEGER PRIMARY KEY, sortKey BLOB, section INTEGER)",
              "CREATE TABLE IF NOT EXISTS BooksTitleKeyLocale (locale TEXT)",
              "CREATE INDEX IF NOT EXISTS BooksTitleKey_order ON BooksTitleKey(sortKey, book, section)",
              "CREATE TRIGGER IF NOT EXISTS BooksTitleKey_rename AFTER UPDATE OF name ON Books "
@@ -122,10 +160,10 @@ std::optional<BookListSource::Sectioned> BookListSource::titleOrder(const TitleC
                                            "VALUES (?, ?, ?)")))
             return fail(insert, error), std::nullopt;
         while (q.next()) {
-            QString section;
+            int rank = 0;
             insert.addBindValue(q.value(0).toLongLong());
-            insert.addBindValue(collation.orderKey(q.value(1).toString(), &section));
-            insert.addBindValue(section);
+            insert.addBindValue(collation.orderKey(q.value(1).toString(), &rank));
+            insert.addBindValue(rank);
             if (!insert.exec())
                 return fail(insert, error), std::nullopt;
         }
@@ -136,19 +174,19 @@ std::optional<BookListSource::Sectioned> BookListSource::titleOrder(const TitleC
             *error = r.error;
         return std::nullopt;
     }
-    if (!q.exec(QStringLiteral("SELECT book, section FROM BooksTitleKey ORDER BY sortKey, book")))
-        return fail(q, error), std::nullopt;
     Sectioned out;
-    QString last;
-    while (q.next()) {
-        out.keys.push_back(q.value(0).toLongLong());
-        QString section = q.value(1).toString();
-        // Consecutive rows share their letter's one string.
-        if (section == last)
-            section = last;
-        else
-            last = section;
-        out.sections.append(section);
+    std::vector<qint64> ranks;
+    if (!scanIntegers(m_store, QStringLiteral("SELECT book, section FROM BooksTitleKey ORDER BY sortKey, book"), {},
+                      out.keys, &ranks, error))
+        return std::nullopt;
+    // Rows of one letter share its one string.
+    QHash<qint64, QString> labels;
+    out.sections.reserve(qsizetype(ranks.size()));
+    for (qint64 rank : ranks) {
+        auto it = labels.constFind(rank);
+        if (it == labels.constEnd())
+            it = labels.insert(rank, collation.sectionLabel(int(rank)));
+        out.sections.append(*it);
     }
     return out;
 }
@@ -168,24 +206,19 @@ std::optional<std::vector<qint64>> BookListSource::matching(const QStringList &a
         }
         columns << a;
     }
-    QSqlQuery q(m_store.database());
-    q.setForwardOnly(true);
     std::vector<qint64> out;
     if (isAscii(needle)) {
         // The store's LIKE folds ASCII case, which is all an ASCII text needs.
         QStringList terms;
         for (const auto &c : columns)
-            terms << c + QStringLiteral(" LIKE ? ESCAPE '\\'");
-        if (!q.prepare(QStringLiteral("SELECT pk FROM Books WHERE ") + terms.join(QStringLiteral(" OR "))))
-            return fail(q, error), std::nullopt;
-        for (qsizetype i = 0; i < columns.size(); ++i)
-            q.addBindValue(likePattern(needle));
-        if (!q.exec())
-            return fail(q, error), std::nullopt;
-        while (q.next())
-            out.push_back(q.value(0).toLongLong());
+            terms << c + QStringLiteral(" LIKE ?1 ESCAPE '\\'");
+        if (!scanIntegers(m_store, QStringLiteral("SELECT pk FROM Books WHERE ") + terms.join(QStringLiteral(" OR ")),
+                          {likePattern(needle)}, out, nullptr, error))
+            return std::nullopt;
     } else {
         // Other letters fold beyond what LIKE knows; compare them here.
+        QSqlQuery q(m_store.database());
+        q.setForwardOnly(true);
         if (!q.exec(QStringLiteral("SELECT pk, ") + columns.join(u',') + QStringLiteral(" FROM Books")))
             return fail(q, error), std::nullopt;
         while (q.next()) {
@@ -204,19 +237,26 @@ std::optional<std::vector<qint64>> BookListSource::matching(const QStringList &a
 std::optional<std::vector<qint64>> BookListSource::matchingDates(const QString &needle, const DateText &dates,
                                                                  QString *error)
 {
-    QSqlQuery q(m_store.database());
-    q.setForwardOnly(true);
     // Books read on one day share their instant: the days are few beside the
-    // books, so each is formatted once and the store finds the books by day.
-    if (!q.exec(QStringLiteral("SELECT DISTINCT dateRead FROM Books WHERE dateRead IS NOT NULL")))
-        return fail(q, error), std::nullopt;
+    // books, so each is written out once and the store finds the books by day.
+    std::vector<qint64> instants;
+    if (!scanIntegers(m_store, QStringLiteral("SELECT DISTINCT dateRead FROM Books WHERE dateRead IS NOT NULL"), {},
+                      instants, nullptr, error))
+        return std::nullopt;
     QStringList days;
-    while (q.next()) {
-        const qint64 secs = q.value(0).toLongLong();
+    for (qint64 secs : instants) {
         auto it = m_dayTexts.find(secs);
         if (it == m_dayTexts.end()) {
-            it = m_dayTexts.insert(secs, dates.formatPattern(QDateTime::fromSecsSinceEpoch(secs, Qt::UTC),
-                                                             QStringLiteral("yyyy-MM-dd")));
+            const QDateTime instant = QDateTime::fromSecsSinceEpoch(secs, Qt::UTC);
+            // The calendar's fields cost far less than the formatter; years
+            // before 1 are left to the formatter's era rules.
+            const DateText::Components c = dates.components(instant);
+            it = m_dayTexts.insert(secs, c.year >= 1 && c.year <= 9999
+                                             ? QStringLiteral("%1-%2-%3")
+                                                   .arg(c.year, 4, 10, QChar(u'0'))
+                                                   .arg(c.month, 2, 10, QChar(u'0'))
+                                                   .arg(c.day, 2, 10, QChar(u'0'))
+                                             : dates.formatPattern(instant, QStringLiteral("yyyy-MM-dd")));
         }
         if (it->contains(needle))
             days << QString::number(secs);
@@ -224,13 +264,9 @@ std::optional<std::vector<qint64>> BookListSource::matchingDates(const QString &
     std::vector<qint64> out;
     if (days.isEmpty())
         return out;
-    if (!q.prepare(QStringLiteral("SELECT pk FROM Books WHERE dateRead IN (SELECT value FROM json_each(?))")))
-        return fail(q, error), std::nullopt;
-    q.addBindValue(u'[' + days.join(u',') + u']');
-    if (!q.exec())
-        return fail(q, error), std::nullopt;
-    while (q.next())
-        out.push_back(q.value(0).toLongLong());
+    if (!scanIntegers(m_store, QStringLiteral("SELECT pk FROM Books WHERE dateRead IN (SELECT value FROM json_each(?))"),
+                      {u'[' + days.join(u',') + u']'}, out, nullptr, error))
+        return std::nullopt;
     std::sort(out.begin(), out.end());
     return out;
 }

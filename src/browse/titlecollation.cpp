@@ -60,31 +60,36 @@ QByteArray TitleCollation::sortKey(const QString &title) const
 
 QString TitleCollation::section(const QString &title) const
 {
-    QString out;
-    orderKey(title, &out);
-    return out;
+    int rank = 0;
+    orderKey(title, &rank);
+    return sectionLabel(rank);
 }
 
-QByteArray TitleCollation::orderKey(const QString &title, QString *section) const
+QByteArray TitleCollation::orderKey(const QString &title, int *rank) const
 {
-    int rank = 0xffff;
+    int r = kOtherRank;
     if (m_icu->index) {
         UErrorCode status = U_ZERO_ERROR;
         const int32_t bucket = m_icu->index->getBucketIndex(toIcu(title), status);
         const icu::AlphabeticIndex::Bucket *b = U_SUCCESS(status) ? m_icu->index->getBucket(bucket) : nullptr;
-        if (b && b->getLabelType() == U_ALPHAINDEX_NORMAL) {
-            rank = bucket;
-            if (section) {
-                const icu::UnicodeString &label = b->getLabel();
-                *section = QString(reinterpret_cast<const QChar *>(label.getBuffer()), label.length());
-            }
-        }
+        // Underflow (digits, symbols), overflow (other scripts) and inflow all go under "#".
+        if (b && b->getLabelType() == U_ALPHAINDEX_NORMAL)
+            r = bucket;
     }
-    if (rank == 0xffff && section)
-        *section = QStringLiteral("#");
+    if (rank)
+        *rank = r;
     QByteArray key;
-    key.append(char(rank >> 8)).append(char(rank & 0xff));
+    key.append(char(r >> 8)).append(char(r & 0xff));
     return key + sortKey(title);
+}
+
+QString TitleCollation::sectionLabel(int rank) const
+{
+    const icu::AlphabeticIndex::Bucket *b = m_icu->index && rank != kOtherRank ? m_icu->index->getBucket(rank) : nullptr;
+    if (!b)
+        return QStringLiteral("#");
+    const icu::UnicodeString &label = b->getLabel();
+    return QString(reinterpret_cast<const QChar *>(label.getBuffer()), label.length());
 }
 
 QStringList TitleCollation::letters() const

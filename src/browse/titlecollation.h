@@ -22,12 +22,15 @@ public:
     QString section(const QString &title) const;
     // The section's place in the index ("#" last) followed by the sort key:
     // ordering by it keeps each section's titles together.
-    QByteArray orderKey(const QString &title, QString *section) const;
+    // `rank` is the section's place; sectionLabel() names it.
+    QByteArray orderKey(const QString &title, int *rank) const;
+    QString sectionLabel(int rank) const;
     // The index letters of the locale's alphabet, "#" last.
     QStringList letters() const;
     QString locale() const { return m_locale; }
 
 private:
+    static constexpr int kOtherRank = 0xffff; // "#", after every letter
     struct Icu;
     std::unique_ptr<Icu> m_icu;
     QString m_locale;
