@@ -1,27 +1,48 @@
-// Export and import of synthetic libraries with covers, each beside the
-// sqlite3 command-line tool doing the nearest job on the same data.
-#include "app/appdelegate.h"
+// Export and import of synthetic libraries with covers, each beside the plain
+// tools doing the nearest job on the same data: the sqlite3 CSV dump plus a
+// libjpeg-turbo re-encode of the covers for the export, sqlite3 .import of
+// the same file for the import. Each phase runs in a child process of its own
+// so that its peak memory (VmHWM) is its own: usage bench_exchange [BOOKS...]
+// (or one phase alone: --library DIR BOOKS, --export DIR FILE, --import DIR FILE).
 #include "exchange/exportfilewriter.h"
 #include "exchange/importfilereader.h"
-#include "platform/recordingplatform.h"
+#include "plainjpeg.h"
+#include "support/imagefixtures.h"
+#include "support/testapp.h"
 
-#include <QBuffer>
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
-#include <QImageWriter>
-#include <QLinearGradient>
-#include <QPainter>
 #include <QProcess>
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <sys/resource.h>
 
 using namespace tomewise;
 
 namespace {
 
-std::unique_ptr<AppDelegate> makeApp(const QString &dir)
+constexpr int kCovers = 64;
+
+// The process's peak resident memory so far, in MB.
+double peakMegabytes()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').value(0).toDouble() / 1024.0;
+    }
+    return 0;
+}
+
+std::unique_ptr<AppDelegate> openApp(const QString &dir)
 {
     AppDelegate::Options options;
     options.dataDirectory = dir;
@@ -35,35 +56,19 @@ std::unique_ptr<AppDelegate> makeApp(const QString &dir)
 QList<QByteArray> covers()
 {
     QList<QByteArray> list;
-    for (int seed = 0; seed < 16; ++seed) {
-        QImage image(80, 120, QImage::Format_RGB32);
-        QPainter p(&image);
-        QLinearGradient g(0, 0, 80, 120);
-        g.setColorAt(0, QColor::fromHsv(seed * 22, 160, 220));
-        g.setColorAt(1, QColor::fromHsv((seed * 22 + 90) % 360, 200, 90));
-        p.fillRect(image.rect(), g);
-        for (int y = 0; y < 120; y += 6)
-            p.fillRect(4, y, 72, 2, QColor::fromHsv((seed * 40 + y) % 360, 90, 250));
-        p.end();
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        QImageWriter writer(&buffer, "jpeg");
-        writer.setQuality(85);
-        writer.write(image);
-        list << bytes;
-    }
+    for (int seed = 0; seed < kCovers; ++seed)
+        list << test::encode(test::coverImage(QSize(125, 180), seed), "jpeg", 90);
     return list;
 }
 
-void fill(BookStore &store, int n)
+void makeLibrary(const QString &dir, int n)
 {
+    auto app = openApp(dir);
+    BookStore &store = app->persistentContainer();
     const QList<QByteArray> pictures = covers();
     BookStore::Transaction t(store);
     for (int i = 0; i < n; ++i) {
-        Books b;
-        b.name = QStringLiteral("Title %1").arg(i % (n / 2 + 1));
-        b.author = QStringLiteral("Author %1").arg(i % 997);
+        Books b = test::book(QStringLiteral("Title %1").arg(i % (n / 2 + 1)), QStringLiteral("Author %1").arg(i % 997));
         b.bookFormat = QStringLiteral("Paperback");
         b.bookPublisher = QStringLiteral("Publisher %1").arg(i % 50);
         b.category = QStringLiteral("Fiction");
@@ -83,8 +88,60 @@ void fill(BookStore &store, int n)
     t.commit();
 }
 
-double runSqlite(const QStringList &args, const QByteArray &script)
+// A child phase, export or import between a library folder and a file:
+// prints "SECONDS PEAK_MB" and what it counted.
+int phase(bool exporting, const QString &dir, const QString &file)
 {
+    auto app = openApp(dir);
+    QElapsedTimer timer;
+    timer.start();
+    QFile f(file);
+    if (!f.open(exporting ? QIODevice::WriteOnly : QIODevice::ReadOnly))
+        return 1;
+    if (exporting) {
+        ExportFileWriter writer(app->persistentContainer(), app->dateText(), &f);
+        if (!writer.run(nullptr) || !f.flush())
+            return 1;
+        std::printf("%.3f %.0f %d\n", timer.elapsed() / 1000.0, peakMegabytes(), writer.bookCount());
+        return 0;
+    }
+    ImportFileReader reader(app->persistentContainer(), app->dateText());
+    reader.run(&f);
+    std::printf("%.3f %.0f %d %d %d %d\n", timer.elapsed() / 1000.0, peakMegabytes(), reader.inserted(),
+                reader.updated(), reader.skipped(), reader.failed());
+    return 0;
+}
+
+// CPU seconds (user and system) of this process, or of its finished children.
+double cpuSeconds(int who)
+{
+    rusage usage{};
+    getrusage(who, &usage);
+    auto seconds = [](const timeval &t) { return double(t.tv_sec) + double(t.tv_usec) / 1e6; };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+// Wall and CPU seconds of one piece of work.
+struct Cost
+{
+    double wall = 0;
+    double cpu = 0;
+};
+
+QStringList runChild(const QStringList &args, double *cpu)
+{
+    const double before = cpuSeconds(RUSAGE_CHILDREN);
+    QProcess p;
+    p.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    p.start(QCoreApplication::applicationFilePath(), args);
+    p.waitForFinished(-1);
+    *cpu = cpuSeconds(RUSAGE_CHILDREN) - before;
+    return QString::fromLatin1(p.readAllStandardOutput()).simplified().split(u' ');
+}
+
+Cost runSqlite(const QStringList &args, const QByteArray &script)
+{
+    const double before = cpuSeconds(RUSAGE_CHILDREN);
     QElapsedTimer timer;
     timer.start();
     QProcess p;
@@ -94,53 +151,80 @@ double runSqlite(const QStringList &args, const QByteArray &script)
     p.waitForFinished(-1);
     if (p.exitCode() != 0)
         std::fprintf(stderr, "sqlite3: %s\n", p.readAllStandardError().constData());
-    return timer.elapsed() / 1000.0;
+    return {timer.elapsed() / 1000.0, cpuSeconds(RUSAGE_CHILDREN) - before};
+}
+
+// libjpeg-turbo re-encoding each book's cover once at the export's quality.
+Cost plainCovers(const QString &storePath)
+{
+    QList<QByteArray> covers;
+    {
+        auto app = openApp(QFileInfo(storePath).path());
+        QSqlQuery q(app->persistentContainer().database());
+        q.exec(QStringLiteral("SELECT pictureImage FROM BooksPictureImage ORDER BY book LIMIT %1").arg(kCovers));
+        while (q.next())
+            covers << q.value(0).toByteArray();
+        q.exec(QStringLiteral("SELECT COUNT(*) FROM BooksPictureImage"));
+        q.next();
+        const int n = q.value(0).toInt();
+        const double before = cpuSeconds(RUSAGE_SELF);
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < n && !covers.isEmpty(); ++i)
+            plainReencode(covers[i % covers.size()], 90);
+        return {timer.elapsed() / 1000.0, cpuSeconds(RUSAGE_SELF) - before};
+    }
 }
 
 void bench(int n)
 {
     QTemporaryDir dir;
     const QString source = dir.filePath(QStringLiteral("source"));
-    const QString target = dir.filePath(QStringLiteral("target"));
-    auto app = makeApp(source);
+    const QString file = dir.filePath(QStringLiteral("Tomewise.csv"));
     QElapsedTimer timer;
     timer.start();
-    fill(app->persistentContainer(), n);
+    makeLibrary(source, n);
     std::printf("%d books: library made in %.1f s\n", n, timer.elapsed() / 1000.0);
 
-    timer.restart();
-    ExportFileWriter writer(app->persistentContainer(), app->dateText());
-    writer.run(nullptr);
-    const double exportSeconds = timer.elapsed() / 1000.0;
-    const QString file = dir.filePath(QStringLiteral("Tomewise.csv"));
-    QFile out(file);
-    out.open(QIODevice::WriteOnly);
-    out.write(writer.data());
-    out.close();
-    app->persistentContainer().saveContext();
-
-    const QString dump = dir.filePath(QStringLiteral("dump.csv"));
-    const double sqliteDump = runSqlite(
-        {app->persistentContainer().path()},
+    Cost exportCost;
+    const QStringList exported = runChild({QStringLiteral("--export"), source, file}, &exportCost.cpu);
+    exportCost.wall = exported.value(0).toDouble();
+    const double fileMb = QFileInfo(file).size() / 1e6;
+    const QString storePath = QDir(source).filePath(QLatin1String(AppDelegate::kStoreFileName));
+    const Cost dump = runSqlite(
+        {storePath},
         QStringLiteral(".mode csv\n.once %1\nSELECT b.*, hex(c.pictureImage) FROM Books b LEFT JOIN "
                        "BooksPictureImage c ON c.book = b.pk ORDER BY name, author, dt;\n")
-            .arg(dump)
+            .arg(dir.filePath(QStringLiteral("dump.csv")))
             .toUtf8());
+    const Cost plain = plainCovers(storePath);
+    const Cost tools{dump.wall + plain.wall, dump.cpu + plain.cpu};
+    std::printf("  export: %.2f s wall, %.2f s CPU, peak %s MB, file %.1f MB\n"
+                "    sqlite3 dump %.2f s wall (%.2f CPU) + libjpeg-turbo re-encode %.2f s (%.2f CPU)\n"
+                "    ratio wall %.2f, CPU %.2f (goal <= 1.5)\n",
+                exportCost.wall, exportCost.cpu, qPrintable(exported.value(1)), fileMb, dump.wall, dump.cpu,
+                plain.wall, plain.cpu, exportCost.wall / tools.wall, exportCost.cpu / tools.cpu);
 
-    auto importApp = makeApp(target);
-    timer.restart();
-    ImportFileReader reader(importApp->persistentContainer(), importApp->dateText());
-    reader.run(QString::fromUtf8(writer.data()));
-    const double importSeconds = timer.elapsed() / 1000.0;
-
-    const double sqliteImport = runSqlite({dir.filePath(QStringLiteral("plain.sqlite"))},
-                                          QStringLiteral(".import --csv %1 T\n").arg(dump).toUtf8());
-
-    std::printf("%d books, file %.1f MB: export %.2f s vs sqlite3 CSV dump %.2f s (ratio %.1f); "
-                "import %.2f s (%d new, %d overwritten, %d skipped) vs sqlite3 .import %.2f s (ratio %.1f)\n",
-                n, writer.data().size() / 1e6, exportSeconds, sqliteDump, exportSeconds / sqliteDump,
-                importSeconds, reader.inserted(), reader.updated(), reader.skipped(), sqliteImport,
-                importSeconds / sqliteImport);
+    Cost importCost;
+    const QStringList imported =
+        runChild({QStringLiteral("--import"), dir.filePath(QStringLiteral("target")), file}, &importCost.cpu);
+    importCost.wall = imported.value(0).toDouble();
+    // The same file through sqlite3, split at the caret into one text column per field.
+    QStringList columns;
+    for (int i = 1; i <= 19; ++i)
+        columns << QStringLiteral("f%1").arg(i);
+    const Cost sqliteImport = runSqlite(
+        {dir.filePath(QStringLiteral("plain.sqlite"))},
+        QStringLiteral(".mode list\n.separator ^ \"\\n\"\nCREATE TABLE T(%1);\n.import %2 T\n")
+            .arg(columns.join(u','), file)
+            .toUtf8());
+    std::printf("  import: %.2f s wall, %.2f s CPU, peak %s MB (%s new, %s overwritten, %s skipped, %s failed)\n"
+                "    sqlite3 .import %.2f s wall (%.2f CPU)\n"
+                "    ratio wall %.2f, CPU %.2f (goal <= 3)\n",
+                importCost.wall, importCost.cpu, qPrintable(imported.value(1)), qPrintable(imported.value(2)),
+                qPrintable(imported.value(3)), qPrintable(imported.value(4)), qPrintable(imported.value(5)),
+                sqliteImport.wall, sqliteImport.cpu, importCost.wall / sqliteImport.wall,
+                importCost.cpu / sqliteImport.cpu);
     std::fflush(stdout);
 }
 
@@ -150,9 +234,16 @@ int main(int argc, char *argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
+    const QStringList args = QCoreApplication::arguments().mid(1);
+    if (args.size() == 3 && (args[0] == u"--export" || args[0] == u"--import"))
+        return phase(args[0] == u"--export", args[1], args[2]);
+    if (args.size() == 3 && args[0] == u"--library") {
+        makeLibrary(args[1], args[2].toInt());
+        return 0;
+    }
     QList<int> sizes;
-    for (int i = 1; i < argc; ++i)
-        sizes << QByteArray(argv[i]).toInt();
+    for (const QString &a : args)
+        sizes << a.toInt();
     if (sizes.isEmpty())
         sizes = {10000, 100000};
     for (int n : sizes)

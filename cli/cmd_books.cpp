@@ -6,6 +6,7 @@
 #include "entry/booksearchmanager.h"
 #include "entry/detailviewcontroller.h"
 #include "entry/newbookviewcontroller.h"
+#include "model/coverimage.h"
 
 #include <QImage>
 #include <QRegularExpression>
@@ -14,13 +15,16 @@
 #include <QJsonObject>
 
 namespace tomewise::cli {
+
+std::optional<QString> scanPicture(Context &ctx, const QString &path);
+
 namespace {
 
 const QString kFieldUsage = QStringLiteral(
     "[--date TEXT|YYYY-MM-DD] [--title T] [--author A] [--subtitle ..] [--publisher ..] [--year-published ..] "
     "[--pages ..] [--isbn ..] [--format ..] [--genre ..] [--rating ..] [--series ..] [--series-number ..] "
     "[--notes ..] [--cover IMAGE]");
-const QString kAddUsage = QStringLiteral("book add [--lookup] ") + kFieldUsage;
+const QString kAddUsage = QStringLiteral("book add [--scan IMAGE] [--lookup] ") + kFieldUsage;
 const QString kListOptions = QStringLiteral(
     "[--sort date-read|book-name|author|genre|rating|series] [--asc|--desc] [--search TEXT]");
 
@@ -77,12 +81,12 @@ int typeFields(Context &ctx, QStringList &args, BookForm &form)
             form.setProperty(o.field, *value);
     }
     if (const auto cover = takeOption(args, QStringLiteral("--cover"))) {
-        const QImage image(*cover);
-        if (image.isNull()) {
-            ctx.err << "--cover: not an image: " << *cover << Qt::endl;
+        const CoverImage::Decoded image = CoverImage::decodeFile(*cover);
+        if (!image) {
+            ctx.err << "--cover: " << *cover << ": " << image.error << Qt::endl;
             return 2;
         }
-        form.imagePicked(image);
+        form.imagePicked(image.image);
     }
     if (!form.dateTextField().isEmpty() && !form.readDate().isValid()) {
         ctx.err << "--date: not a date: \"" << form.dateTextField() << "\"" << Qt::endl;
@@ -110,12 +114,29 @@ bool lookUp(Context &ctx, BookForm &form, const AlertLog &alerts)
     return true;
 }
 
+// The screens log a save the store refused and carry on, as they must; the
+// command still fails then, naming what was not saved.
+int refusedByStore(Context &ctx, int failedBefore, const QString &what)
+{
+    if (ctx.app->persistentContainer().failedWrites() == failedBefore)
+        return 0;
+    ctx.err << what << " (the store refused the change)" << Qt::endl;
+    return 1;
+}
+
 int bookAdd(Context &ctx, QStringList &args)
 {
     NewBookViewController form(ctx.app);
     AlertLog alerts(form, ctx.err);
     form.viewDidLoad();
     form.viewWillAppear();
+    // A photo's barcode stands in for a typed ISBN (cmd_scan.cpp).
+    if (const auto picture = takeOption(args, QStringLiteral("--scan"))) {
+        const auto isbn = scanPicture(ctx, *picture);
+        if (!isbn)
+            return 1;
+        args << QStringLiteral("--isbn") << *isbn;
+    }
     if (takeFlag(args, QStringLiteral("--lookup"))) {
         const auto isbn = takeOption(args, QStringLiteral("--isbn"));
         if (!isbn)
@@ -128,8 +149,12 @@ int bookAdd(Context &ctx, QStringList &args)
         return refused;
     if (!args.isEmpty())
         return usageError(ctx, kAddUsage);
+    const int failedBefore = ctx.app->persistentContainer().failedWrites();
     if (!form.SaveNewBook())
         return 1;
+    if (const int status = refusedByStore(
+            ctx, failedBefore, QStringLiteral("Not saved: \"%1\"").arg(form.savedBook().name.value_or(QString()))))
+        return status;
     ctx.out << "Saved \"" << form.savedBook().name.value_or(QString()) << "\" (" << form.savedBook().dt.value_or(QString())
             << ")" << Qt::endl;
     return 0;
@@ -249,8 +274,12 @@ int bookDelete(Context &ctx, QStringList &args)
         return status;
     if (!args.isEmpty())
         return usageError(ctx, usage);
-    ctx.out << "Deleted:\n" << list.model()->labels(*row).join(u'\n') << Qt::endl;
+    const QStringList labels = list.model()->labels(*row);
+    const int failedBefore = ctx.app->persistentContainer().failedWrites();
     list.deleteRow(*row);
+    if (refusedByStore(ctx, failedBefore, QStringLiteral("Not deleted: ") + labels.value(0)))
+        return 1;
+    ctx.out << "Deleted:\n" << labels.join(u'\n') << Qt::endl;
     return 0;
 }
 
@@ -290,11 +319,14 @@ int bookEdit(Context &ctx, QStringList &args)
         return refused;
     if (!args.isEmpty())
         return usageError(ctx, usage);
+    const int failedBefore = ctx.app->persistentContainer().failedWrites();
     if (!detail.UpdateBook()) {
         if (!alerts.count())
             ctx.err << "The book was not saved" << Qt::endl;
         return 1;
     }
+    if (const int status = refusedByStore(ctx, failedBefore, QStringLiteral("Not saved: the changes to the book")))
+        return status;
     ctx.out << detail.shareText();
     return 0;
 }

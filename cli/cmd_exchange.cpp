@@ -4,6 +4,7 @@
 #include "exchange/exportviewcontroller.h"
 #include "exchange/importviewcontroller.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 namespace tomewise::cli {
@@ -31,19 +32,20 @@ int exportFile(Context &ctx)
         return 1;
     if (display) {
         ctx.out << screen.DataDisplayString();
-    } else if (ctx.args.isEmpty()) {
-        // The file's own bytes, not a re-encoding of them.
-        ctx.out.flush();
-        if (QIODevice *device = ctx.out.device())
-            device->write(screen.dataBytes());
-        else
-            ctx.out << screen.DataString();
-    } else {
-        QString error;
-        if (!screen.writeDataFile(ctx.args.first(), &error)) {
-            ctx.err << "Export failed with error: " << error << Qt::endl;
-            return 1;
-        }
+        return 0;
+    }
+    // The file's own bytes, not a re-encoding of them.
+    QString error;
+    QFile stdoutFile;
+    ctx.out.flush();
+    const bool written = ctx.args.isEmpty()
+        ? stdoutFile.open(stdout, QIODevice::WriteOnly) && screen.writeDataFile(stdoutFile, &error)
+              && stdoutFile.flush()
+        : screen.writeDataFile(ctx.args.first(), &error);
+    if (!written) {
+        ctx.err << "Export failed with error: " << (error.isEmpty() ? stdoutFile.errorString() : error)
+                << Qt::endl;
+        return 1;
     }
     return 0;
 }
@@ -65,14 +67,24 @@ int importFile(Context &ctx)
     screen.ImportTextFile();
     waitUntil([&] { return done; }, kTimeoutMs);
     ctx.out << screen.alertTitle() << ": " << screen.alertMessage() << Qt::endl;
-    return screen.wrongFile() == 0 ? 0 : 1;
+    for (const auto &record : screen.notSaved()) {
+        ctx.err << "Not saved: line " << record.line << ", \"" << record.name << "\" by \"" << record.author
+                << "\": " << record.reason << Qt::endl;
+    }
+    const int unlisted = screen.failedCount() + screen.namelessCount() - int(screen.notSaved().size());
+    if (unlisted > 0)
+        ctx.err << "Not saved: " << unlisted << " more" << Qt::endl;
+    // Records left out for want of a title or an author are the file's fault,
+    // reported above; a record the store refused is a failed import.
+    return screen.wrongFile() == 0 && screen.failedCount() == 0 ? 0 : 1;
 }
 
 const Registration r1({QStringLiteral("export"), QStringLiteral("export [FILE] | export --display"),
                        QStringLiteral("Write the export file (stdout without FILE), or print its display text."),
                        true, exportFile});
 const Registration r2({QStringLiteral("import"), QStringLiteral("import FILE"),
-                       QStringLiteral("Import an export file and print the closing alert; a wrong file exits 1."),
+                       QStringLiteral("Import an export file and print the closing alert; a wrong file or a record "
+                                      "that could not be saved exits 1."),
                        true, importFile});
 
 } // namespace

@@ -23,16 +23,32 @@ ApplicationWindow {
         canGoBack: stack.depth > 1
         visible: !!stack.currentItem && !stack.currentItem.navigationBarHidden
         onBackClicked: stack.currentItem.goBack()
+        Keys.onPressed: event => window.backKey(event)
     }
 
     StackView {
         id: stack
         anchors.fill: parent
+        focus: true
         Component.onCompleted: window.openPage("MainMenu")
+        Keys.onPressed: event => window.backKey(event)
     }
 
     // The platform's store-review prompt, over whichever screen asked.
     ReviewCard { appDelegate: window.appDelegate }
+
+    // Escape and Alt+Left do what the back button does, from the page or its bar;
+    // an open popup keeps them for itself.
+    function backKey(event) {
+        const back = event.key === Qt.Key_Escape || event.key === Qt.Key_Back
+            || (event.key === Qt.Key_Left && (event.modifiers & Qt.AltModifier))
+        if (back && stack.depth > 1) {
+            stack.currentItem.goBack()
+            event.accepted = true
+        }
+    }
+
+    FocusRing { target: window.activeFocusControl }
 
     // Opens the page of a navigation target over the current one.
     function openPage(target, properties) {

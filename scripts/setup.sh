@@ -17,10 +17,11 @@ packages=(
   qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts
   qml6-module-qtquick-window qml6-module-qtquick-templates qml6-module-qtqml-workerscript
   qml6-module-qtquick-dialogs qml6-module-qtqml qml6-module-qttest qml6-module-qtcore
-  qml6-module-qt-labs-platform qml6-module-qtquick-pdf qt6-pdf-dev
+  qml6-module-qt-labs-platform qml6-module-qt-labs-folderlistmodel qml6-module-qtquick-pdf qt6-pdf-dev
   qt6-multimedia-dev qml6-module-qtmultimedia
+  gstreamer1.0-plugins-base gstreamer1.0-plugins-good
   libqt6sql6-sqlite libsqlite3-dev libicu-dev libjpeg-dev libzxing-dev zint
-  fonts-liberation2 fonts-material-design-icons-iconfont
+  fonts-liberation2 fonts-material-design-icons-iconfont fonts-noto-color-emoji fonts-noto-cjk
   sqlite3 libjpeg-turbo-progs xdg-utils
 )
 

@@ -11,12 +11,22 @@ Dialog {
     property string message
     property var buttons: []
     property int cancelIndex: -1
+    // Enter answers the default button, Escape the cancel one (or the only one).
+    readonly property int defaultIndex: cancelIndex === 0 ? (buttons.length > 1 ? 1 : 0) : 0
+    readonly property int escapeIndex: cancelIndex >= 0 ? cancelIndex : buttons.length === 1 ? 0 : -1
+
+    function answer(index) {
+        dialog.close()
+        dialog.controller.answerAlert(index)
+    }
 
     objectName: "alert"
     // No shadow layer: without a GPU it draws nothing and the alert shows no background.
     Material.elevation: 0
     modal: true
     closePolicy: Popup.NoAutoClose
+    // Takes the keyboard from the page's fields while it is up.
+    focus: true
     anchors.centerIn: Overlay.overlay
     width: Math.min(parent ? parent.width - 64 : 300, 320)
 
@@ -29,6 +39,17 @@ Dialog {
             dialog.cancelIndex = cancelIndex
             dialog.open()
         }
+    }
+
+    Shortcut {
+        sequences: ["Return", "Enter"]
+        enabled: dialog.opened && dialog.buttons.length > 0
+        onActivated: dialog.answer(dialog.defaultIndex)
+    }
+    Shortcut {
+        sequence: "Escape"
+        enabled: dialog.opened && dialog.escapeIndex >= 0
+        onActivated: dialog.answer(dialog.escapeIndex)
     }
 
     contentItem: Label {
@@ -49,10 +70,7 @@ Dialog {
                 text: modelData
                 flat: true
                 font.bold: index !== dialog.cancelIndex
-                onClicked: {
-                    dialog.close()
-                    dialog.controller.answerAlert(index)
-                }
+                onClicked: dialog.answer(index)
             }
         }
         Item { Layout.preferredWidth: 8 }

@@ -10,6 +10,8 @@ Flickable {
     id: fields
     required property BookForm form
     property Component coverExtras: null
+    // Only a page that answers "unwindFromScanner" offers the Scan button.
+    property bool canScan: false
 
     objectName: "formFlickable"
     contentHeight: column.implicitHeight + 2 * Theme.margin
@@ -238,15 +240,18 @@ Flickable {
                 objectName: "BarcodeButton"
                 text: "Scan"
                 iconName: "qr_code_scanner"
-                enabled: false // barcode capture comes with its own screen
+                enabled: fields.canScan
+                // The live camera when there is one, else reading a photo of the barcode.
+                onClicked: fields.form.openViewControllerBasedOnIdentifier(fields.form.cameraEnabled ? "NewCapture" : "CaptureIOS16")
             }
         }
     }
 
     FileDialog {
         id: fileDialog
+        objectName: "coverPicker"
         title: "Choose a cover picture"
-        nameFilters: ["Images (*.jpg *.jpeg *.png)", "All images (*.jpg *.jpeg *.png *.gif *.bmp *.webp *.tif *.tiff)", "All files (*)"]
+        nameFilters: ["Pictures (*.jpg *.jpeg *.png)", "All files (*)"]
         onAccepted: fields.form.documentPicked(selectedFile)
     }
 

@@ -1,17 +1,18 @@
 import QtQuick
 import QtQuick.Controls
 
-// A screen's action button: thin black border, grey title when disabled.
+// A screen's action button: thin black border, grey title when disabled (still
+// readable), a finger high.
 Button {
     id: button
     flat: true
-    implicitHeight: 44
+    implicitHeight: Theme.touchTarget
     contentItem: Label {
         text: button.text
         font.pixelSize: 16
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
-        color: button.enabled ? Theme.primary : "gray"
+        color: button.enabled ? Theme.primary : Theme.muted
     }
     background: Rectangle {
         radius: 6

@@ -40,104 +40,18 @@ FormField {
         }
     }
 
-    component Calendar: ColumnLayout {
-        id: calendar
-        property int year: field.form.pickerYear > 0 ? field.form.pickerYear : 2000
-        property int month: Math.max(0, field.form.pickerMonth - 1)
-        spacing: 0
-        RowLayout {
-            Layout.fillWidth: true
-            ToolButton {
-                contentItem: Icon { name: "chevron_left"; color: Theme.primary }
-                onClicked: if (calendar.month === 0) { calendar.month = 11; calendar.year-- } else calendar.month--
-            }
-            Label {
-                Layout.fillWidth: true
-                horizontalAlignment: Text.AlignHCenter
-                text: grid.title
-                font.bold: true
-            }
-            ToolButton {
-                contentItem: Icon { name: "chevron_right"; color: Theme.primary }
-                onClicked: if (calendar.month === 11) { calendar.month = 0; calendar.year++ } else calendar.month++
-            }
-        }
-        DayOfWeekRow { Layout.fillWidth: true; locale: grid.locale }
-        MonthGrid {
-            id: grid
-            Layout.fillWidth: true
-            year: calendar.year
-            month: calendar.month
-            delegate: Label {
-                required property var model
-                horizontalAlignment: Text.AlignHCenter
-                verticalAlignment: Text.AlignVCenter
-                opacity: model.month === grid.month ? 1 : 0.35
-                text: model.day
-                readonly property bool chosen: model.year === field.form.pickerYear
-                    && model.month === field.form.pickerMonth - 1 && model.day === field.form.pickerDay
-                color: chosen ? "white" : Theme.ink
-                background: Rectangle {
-                    visible: parent.chosen
-                    radius: height / 2
-                    color: Theme.accent
-                }
-            }
-            onClicked: date => field.form.dateChanged(date.getFullYear(), date.getMonth() + 1, date.getDate())
-        }
+    component Calendar: MonthCalendar {
+        year: field.form.pickerYear > 0 ? field.form.pickerYear : 2000
+        month: Math.max(1, field.form.pickerMonth)
+        day: field.form.pickerDay
+        onPicked: (y, m, d) => field.form.dateChanged(y, m, d)
     }
 
-    component Wheels: RowLayout {
-        spacing: 0
-        Tumbler {
-            id: monthWheel
-            Layout.fillWidth: true
-            model: 12
-            currentIndex: field.form.pickerMonth - 1
-            delegate: Label {
-                required property int index
-                text: Qt.locale().standaloneMonthName(index, Locale.LongFormat)
-                horizontalAlignment: Text.AlignHCenter
-                verticalAlignment: Text.AlignVCenter
-                opacity: 1.0 - Math.abs(Tumbler.displacement) / 3
-            }
-            onMovingChanged: if (!moving) wheels.changed()
-        }
-        Tumbler {
-            id: dayWheel
-            Layout.preferredWidth: 64
-            model: 31
-            currentIndex: field.form.pickerDay - 1
-            delegate: Label {
-                required property int index
-                text: index + 1
-                horizontalAlignment: Text.AlignHCenter
-                verticalAlignment: Text.AlignVCenter
-                opacity: 1.0 - Math.abs(Tumbler.displacement) / 3
-            }
-            onMovingChanged: if (!moving) wheels.changed()
-        }
-        Tumbler {
-            id: yearWheel
-            Layout.preferredWidth: 90
-            model: 200
-            currentIndex: field.form.pickerYear - 1900
-            delegate: Label {
-                required property int index
-                text: 1900 + index
-                horizontalAlignment: Text.AlignHCenter
-                verticalAlignment: Text.AlignVCenter
-                opacity: 1.0 - Math.abs(Tumbler.displacement) / 3
-            }
-            onMovingChanged: if (!moving) wheels.changed()
-        }
-        QtObject {
-            id: wheels
-            function changed() {
-                field.form.dateChanged(1900 + yearWheel.currentIndex, monthWheel.currentIndex + 1,
-                                       dayWheel.currentIndex + 1)
-            }
-        }
+    component Wheels: DateWheels {
+        year: field.form.pickerYear
+        month: field.form.pickerMonth
+        day: field.form.pickerDay
+        onPicked: (y, m, d) => field.form.dateChanged(y, m, d)
     }
 
     // Inline: the calendar opens in the form itself.
@@ -171,7 +85,7 @@ FormField {
             DateToolbar {}
             Loader {
                 Layout.fillWidth: true
-                Layout.preferredHeight: field.wheelStyle ? 200 : 300
+                Layout.preferredHeight: item ? item.implicitHeight : 0
                 sourceComponent: field.wheelStyle ? wheelsComponent : calendarComponent
             }
         }

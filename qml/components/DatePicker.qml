@@ -25,62 +25,18 @@ Item {
     function daysIn(y, m) { return new Date(y, m, 0).getDate() }
     function pick(y, m, d) { picker.picked(y, m, Math.min(d, daysIn(y, m))) }
 
-    RowLayout {
+    DateWheels {
         id: wheelRow
         objectName: "datePickerWheels"
         visible: picker.wheels
         anchors.horizontalCenter: parent.horizontalCenter
-        spacing: 4
-        Tumbler {
-            id: monthWheel
-            model: 12
-            visibleItemCount: 5
-            Layout.preferredWidth: 130
-            currentIndex: Math.max(0, picker.month - 1)
-            delegate: Label {
-                required property int index
-                text: Qt.locale().standaloneMonthName(index)
-                horizontalAlignment: Text.AlignHCenter
-                font.pixelSize: 18
-                opacity: 1.0 - Math.abs(Tumbler.displacement) / (monthWheel.visibleItemCount / 2)
-            }
-            onMovingChanged: if (!moving) picker.pick(picker.year, currentIndex + 1, picker.day)
-        }
-        Tumbler {
-            id: dayWheel
-            model: picker.daysIn(picker.year, picker.month)
-            visibleItemCount: 5
-            Layout.preferredWidth: 60
-            currentIndex: Math.max(0, picker.day - 1)
-            delegate: Label {
-                required property int index
-                text: index + 1
-                horizontalAlignment: Text.AlignHCenter
-                font.pixelSize: 18
-                opacity: 1.0 - Math.abs(Tumbler.displacement) / (dayWheel.visibleItemCount / 2)
-            }
-            onMovingChanged: if (!moving) picker.pick(picker.year, picker.month, currentIndex + 1)
-        }
-        Tumbler {
-            id: yearWheel
-            model: picker.lastYear - picker.firstYear + 1
-            visibleItemCount: 5
-            Layout.preferredWidth: 80
-            currentIndex: picker.year - picker.firstYear
-            delegate: Label {
-                required property int index
-                text: picker.firstYear + index
-                horizontalAlignment: Text.AlignHCenter
-                font.pixelSize: 18
-                opacity: 1.0 - Math.abs(Tumbler.displacement) / (yearWheel.visibleItemCount / 2)
-            }
-            onMovingChanged: if (!moving) picker.pick(picker.firstYear + currentIndex, picker.month, picker.day)
-        }
+        year: picker.year
+        month: picker.month
+        day: picker.day
+        firstYear: picker.firstYear
+        lastYear: picker.lastYear
+        onPicked: (y, m, d) => picker.pick(y, m, d)
     }
-    // The wheels follow the chosen day after a pick, whatever the user scrolled.
-    onYearChanged: yearWheel.currentIndex = year - firstYear
-    onMonthChanged: monthWheel.currentIndex = Math.max(0, month - 1)
-    onDayChanged: dayWheel.currentIndex = Math.max(0, day - 1)
 
     MonthCalendar {
         id: calendar
@@ -102,8 +58,16 @@ Item {
         font.capitalization: Font.MixedCase
         text: new Date(picker.year, picker.month - 1, picker.day).toLocaleDateString(Qt.locale(), Locale.ShortFormat)
         font.pixelSize: 17
+        // Dimmed when off, yet still readable: the style's disabled grey is too faint.
+        contentItem: Label {
+            text: compactButton.text
+            font: compactButton.font
+            color: compactButton.enabled ? Theme.ink : Theme.muted
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+        }
         background: Rectangle {
-            implicitHeight: 40
+            implicitHeight: Theme.touchTarget
             radius: 8
             color: Qt.rgba(0, 0, 0, 0.07)
         }

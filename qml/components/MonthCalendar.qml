@@ -51,8 +51,8 @@ ColumnLayout {
         id: grid
         objectName: "monthGrid"
         Layout.fillWidth: true
-        // The grid sizes its cells from its own size: six rows of weeks.
-        Layout.preferredHeight: 6 * 38
+        // The grid sizes its cells from its own size: six rows of weeks, each a finger high.
+        Layout.preferredHeight: 6 * Theme.touchTarget
         spacing: 0
         month: Math.max(0, cal.shownMonth - 1)
         year: cal.shownYear
@@ -62,18 +62,20 @@ ColumnLayout {
             required property var model
             readonly property bool chosen: cell.model.year === cal.year && cell.model.month + 1 === cal.month
                                            && cell.model.day === cal.day
+            // A circle whatever the cell's proportions.
             Rectangle {
                 anchors.centerIn: parent
-                width: 32
-                height: 32
-                radius: 16
+                width: Math.min(cell.width, cell.height) - 6
+                height: width
+                radius: width / 2
                 color: cell.chosen ? Theme.accent : "transparent"
             }
             Label {
                 anchors.centerIn: parent
                 text: cell.model.day
-                opacity: cell.model.month === grid.month ? 1 : 0.35
-                color: cell.chosen ? "white" : cell.model.today ? Theme.accent : Theme.ink
+                font.pixelSize: 16
+                color: cell.chosen ? "white" : cell.model.today ? Theme.accent
+                     : cell.model.month === grid.month && cal.enabled ? Theme.ink : Theme.muted
                 font.bold: cell.chosen || cell.model.today
             }
             TapHandler {

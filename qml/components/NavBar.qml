@@ -33,7 +33,11 @@ ToolBar {
             horizontalAlignment: bar.canGoBack ? Text.AlignHCenter : Text.AlignLeft
         }
         Loader {
+            id: actions
             sourceComponent: bar.page ? bar.page.barActions : null
+            // Without actions it takes no room from the title.
+            visible: !!item
+            Layout.preferredWidth: item ? item.implicitWidth : 0
         }
         Item { Layout.preferredWidth: 8; visible: !bar.page || !bar.page.barActions }
     }

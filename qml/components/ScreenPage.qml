@@ -11,8 +11,13 @@ Page {
     property var unwindTargets: []
     property bool navigationBarHidden: false
     property Component barActions: null
+    // In a wide window the content stays centred at a readable width; 0 lets it fill.
+    property int maxContentWidth: Theme.readableWidth
 
     signal unwound(string name)
+
+    // The keyboard lands on the page that shows, so that its keys (Escape) work at once.
+    StackView.onActivated: if (!activeFocus) forceActiveFocus()
 
     function openPage(target, properties) {
         return ApplicationWindow.window.openPage(target, properties)
@@ -25,5 +30,7 @@ Page {
         ApplicationWindow.window.back()
     }
 
+    leftPadding: maxContentWidth > 0 ? Math.max(0, (width - maxContentWidth) / 2) : 0
+    rightPadding: leftPadding
     background: Rectangle { color: Theme.paper }
 }

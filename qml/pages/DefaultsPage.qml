@@ -33,12 +33,45 @@ ScreenPage {
         Switch {
             id: rowSwitch
             checked: switchRow.on
-            // A flat handle: the raised one's shadow layer draws nothing without a GPU.
-            Component.onCompleted: indicator.Material.elevation = 0
+            // Our own track: the style's pale one is hard to see when off, and its
+            // raised handle's shadow layer draws nothing without a GPU.
+            indicator: Rectangle {
+                implicitWidth: 44
+                implicitHeight: 24
+                x: rowSwitch.leftPadding + (rowSwitch.availableWidth - width) / 2
+                y: rowSwitch.topPadding + (rowSwitch.availableHeight - height) / 2
+                radius: height / 2
+                color: rowSwitch.checked ? Theme.accent : Theme.control
+                Rectangle {
+                    x: 2 + rowSwitch.visualPosition * (parent.width - width - 4)
+                    y: 2
+                    width: 20
+                    height: 20
+                    radius: 10
+                    color: "white"
+                    Behavior on x {
+                        enabled: !rowSwitch.pressed
+                        SmoothedAnimation { duration: 200 }
+                    }
+                }
+            }
             onToggled: {
                 switchRow.toggled(checked)
                 checked = Qt.binding(() => switchRow.on)
             }
+        }
+    }
+
+    // Still readable when off: the style's disabled grey is too faint.
+    component ToolbarButton: Button {
+        id: toolbarButton
+        flat: true
+        contentItem: Label {
+            text: toolbarButton.text.toUpperCase()
+            font.bold: true
+            color: toolbarButton.enabled ? Theme.accent : Theme.muted
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
         }
     }
 
@@ -99,10 +132,11 @@ ScreenPage {
                     readOnly: true
                     text: ctl.DefaultDateTextField
                     placeholderText: "Choose a date below"
+                    placeholderTextColor: Theme.muted
                     font.pixelSize: 17
                     leftPadding: 10
                     background: Rectangle {
-                        implicitHeight: 42
+                        implicitHeight: Theme.touchTarget
                         radius: 5
                         border.width: 1
                         border.color: "black"
@@ -147,17 +181,15 @@ ScreenPage {
                 RowLayout {
                     Layout.fillWidth: true
                     enabled: ctl.DefaultDateSwitch
-                    Button {
+                    ToolbarButton {
                         objectName: "doneButton"
                         text: "Done"
-                        flat: true
                         onClicked: ctl.doneClick()
                     }
                     Item { Layout.fillWidth: true }
-                    Button {
+                    ToolbarButton {
                         objectName: "todayButton"
                         text: "Today"
-                        flat: true
                         onClicked: ctl.todayClick()
                     }
                 }
@@ -165,7 +197,6 @@ ScreenPage {
                     objectName: "datePickerView"
                     Layout.fillWidth: true
                     enabled: ctl.DefaultDateSwitch
-                    opacity: enabled ? 1 : 0.5
                     pickerStyle: ctl.datePickerStyle
                     year: ctl.pickerYear
                     month: ctl.pickerMonth

@@ -16,12 +16,15 @@ ScreenPage {
         id: ctl
         appDelegate: page.appDelegate
         onNavigate: target => page.openPage(target)
+        onRowDeleted: name => notice.show("Deleted \u201c" + name + "\u201d", "Undo", () => ctl.undoDelete())
     }
+    Notice { id: notice }
     Component.onCompleted: {
         ctl.DarkMode = page.Material.theme === Material.Dark
         ctl.viewDidLoad()
     }
     StackView.onActivating: ctl.viewWillAppear()
+    StackView.onDeactivating: notice.close()
 
     barActions: Component {
         RowLayout {
@@ -82,6 +85,7 @@ ScreenPage {
             Layout.fillWidth: true
             Layout.margins: 8
             placeholderText: ctl.placeholder
+            placeholderTextColor: Theme.muted
             text: ctl.searchText
             onTextEdited: ctl.searchText = text
             leftPadding: 36
@@ -110,7 +114,7 @@ ScreenPage {
             cacheBuffer: 400
             ScrollBar.vertical: ScrollBar {}
 
-            delegate: SwipeDelegate {
+            delegate: SwipeRow {
                 id: card
                 required property int index
                 required property var model
@@ -120,7 +124,8 @@ ScreenPage {
                 width: ListView.view.width - 16
                 x: 8
                 padding: 8
-                onClicked: ctl.selectRow(index)
+                onTapped: ctl.selectRow(index)
+                onDeleteRequested: ctl.deleteRow(index)
                 background: RowFrame {}
                 contentItem: RowLayout {
                     spacing: 10
@@ -148,27 +153,14 @@ ScreenPage {
                                 Layout.fillWidth: true
                                 text: modelData
                                 color: card.labelColor
+                                // Long notes wrap once and end in an ellipsis inside the card.
+                                wrapMode: index === 5 ? Text.Wrap : Text.NoWrap
+                                maximumLineCount: index === 5 ? 2 : 1
                                 elide: Text.ElideRight
                                 font.pixelSize: index === 0 ? 15 : 13
                                 font.bold: index === 0
                             }
                         }
-                    }
-                }
-                swipe.right: Rectangle {
-                    width: 90
-                    height: card.height
-                    anchors.right: parent.right
-                    radius: 10
-                    color: "#d32f2f"
-                    Label {
-                        anchors.centerIn: parent
-                        text: "delete"
-                        color: "white"
-                        font.bold: true
-                    }
-                    TapHandler {
-                        onTapped: ctl.deleteRow(card.index)
                     }
                 }
             }

@@ -9,6 +9,8 @@ ScreenPage {
     id: page
     title: ctl.title
     property alias controller: ctl
+    unwindTargets: ["unwindFromScanner"]
+    onUnwound: name => ctl.unwindFromScanner()
 
     NewBookViewController {
         id: ctl
@@ -48,6 +50,7 @@ ScreenPage {
         id: formFields
         anchors.fill: parent
         form: ctl
+        canScan: true
     }
 
     AlertHost { controller: ctl }

@@ -33,6 +33,8 @@ ScreenPage {
         page.ctl.viewDidLoad()
         field.text = page.ctl.text
     }
+    // The name is the only thing to type here: the keyboard goes straight to it.
+    StackView.onActivated: field.forceActiveFocus()
 
     Connections {
         target: page.ctl
@@ -79,6 +81,7 @@ ScreenPage {
             font.pixelSize: 18
             focus: true
             placeholderText: "Name"
+            placeholderTextColor: Theme.muted
             onTextEdited: page.ctl.text = text
             background: Rectangle {
                 implicitHeight: 48

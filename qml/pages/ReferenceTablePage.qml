@@ -27,10 +27,18 @@ ScreenPage {
     unwindTargets: [ctl.unwindName]
     onUnwound: ctl.unwindToTableView()
     Component.onCompleted: ctl.viewDidLoad()
-    StackView.onDeactivating: ctl.viewWillDisappear()
+    StackView.onDeactivating: {
+        notice.close()
+        ctl.viewWillDisappear()
+    }
+
+    Notice { id: notice }
 
     Connections {
         target: page.ctl
+        function onRowDeleted(name) {
+            notice.show("Deleted \u201c" + name + "\u201d", "Undo", () => page.ctl.undoDelete())
+        }
         function onNavigate(target) {
             page.openPage(target, { passedEntryName: page.ctl.passedEntryName })
         }
@@ -72,6 +80,7 @@ ScreenPage {
             Layout.rightMargin: Theme.margin
             Layout.topMargin: 6
             placeholderText: page.ctl.searchPlaceholder
+            placeholderTextColor: Theme.muted
             leftPadding: 36
             inputMethodHints: Qt.ImhNoPredictiveText
             onTextEdited: page.ctl.searchText = text
@@ -95,7 +104,7 @@ ScreenPage {
             bottomMargin: 10
             model: page.ctl.rows
 
-            delegate: SwipeDelegate {
+            delegate: SwipeRow {
                 id: row
                 required property var model
                 required property int index
@@ -108,25 +117,8 @@ ScreenPage {
                 background: RowFrame {
                     color: row.down ? Qt.darker(Theme.rowBackground, 1.06) : Theme.rowBackground
                 }
-                onClicked: {
-                    if (swipe.position === 0)
-                        page.ctl.didSelectRow(index)
-                }
-                swipe.right: Rectangle {
-                    objectName: "deleteAction"
-                    width: 96
-                    height: row.height
-                    anchors.right: parent.right
-                    radius: Theme.rowRadius
-                    color: Theme.accent
-                    Label {
-                        anchors.centerIn: parent
-                        text: "delete"
-                        color: "white"
-                        font.pixelSize: 16
-                    }
-                    TapHandler { onTapped: page.ctl.deleteRow(row.index) }
-                }
+                onTapped: page.ctl.didSelectRow(index)
+                onDeleteRequested: page.ctl.deleteRow(index)
             }
 
             Label {

@@ -4,13 +4,18 @@
 #include "platform/desktopplatform.h"
 
 #include <QDir>
+#include <QLockFile>
 #include <QStandardPaths>
+
+#include <cstdio>
+#include <cstdlib>
 
 namespace tomewise {
 
 AppDelegate::AppDelegate(Options options, QObject *parent)
     : QObject(parent)
     , m_dataDirectory(options.dataDirectory.isEmpty() ? defaultDataDirectory() : options.dataDirectory)
+    , m_lockLibrary(options.lockLibrary)
     , m_state(std::make_unique<AppState>())
     , m_dateText(std::make_unique<DateText>(options.locale, options.timeZone))
     , m_clock(options.clock ? std::move(options.clock) : std::make_unique<Clock>())
@@ -38,12 +43,42 @@ QString AppDelegate::defaultDataDirectory()
     return dir;
 }
 
+void AppDelegate::lockLibrary()
+{
+    auto lock = std::make_unique<QLockFile>(QDir(m_dataDirectory).filePath(QLatin1String(kLockFileName)));
+    // Only a dead holder makes a lock stale, however long a live one has held it.
+    lock->setStaleLockTime(0);
+    if (lock->tryLock(kLockWaitMs)) {
+        m_lock = std::move(lock);
+        return;
+    }
+    if (lock->error() != QLockFile::LockFailedError) {
+        // A folder where no lock can be made (read-only, say) is opened as it is.
+        qCWarning(lcApp).noquote() << "The library could not be locked:" << m_dataDirectory;
+        return;
+    }
+    qint64 pid = 0;
+    QString host;
+    QString application;
+    lock->getLockInfo(&pid, &host, &application);
+    // Said on stderr whatever the logging rules: the process ends here.
+    std::fprintf(stderr, "The library %s is in use by another Tomewise (pid %lld)\n",
+                 qPrintable(QDir::toNativeSeparators(m_dataDirectory)), static_cast<long long>(pid));
+    std::fflush(stderr);
+    std::exit(kLibraryInUseStatus);
+}
+
 BookStore &AppDelegate::persistentContainer()
 {
     if (!m_store) {
+        if (m_lockLibrary && !m_lock)
+            lockLibrary();
         auto store = std::make_unique<BookStore>();
         QString userInfo;
-        const auto result = store->open(QDir(m_dataDirectory).filePath(QLatin1String(kStoreFileName)), &userInfo);
+        bool customWait = false;
+        const int busyMs = qEnvironmentVariableIntValue("TOMEWISE_BUSY_TIMEOUT_MS", &customWait);
+        const auto result = store->open(QDir(m_dataDirectory).filePath(QLatin1String(kStoreFileName)), &userInfo,
+                                        customWait ? busyMs : BookStore::kBusyTimeoutMs);
         if (!result)
             qFatal("Unresolved error %s, %s", qPrintable(result.error), qPrintable(userInfo));
         m_store = std::move(store);

@@ -12,6 +12,8 @@
 
 #include <memory>
 
+class QLockFile;
+
 namespace tomewise {
 
 // Owns what lives for the whole process: the store (opened on first use), the
@@ -33,10 +35,18 @@ public:
         std::unique_ptr<Clock> clock;     // null: the system clock
         std::unique_ptr<PlatformServices> platform; // null: the desktop's
         double delayScale = 1.0;          // scales the screens' fixed delays
+        // One process per library: the first open of the store takes the
+        // folder's lock file; a test over a scratch folder may go without.
+        bool lockLibrary = true;
     };
 
     static constexpr auto kStoreFileName = "Tomewise.sqlite";
     static constexpr auto kSettingsFileName = "Tomewise.ini";
+    static constexpr auto kLockFileName = "Tomewise.lock";
+    // How long an open waits for another process to let go of the library,
+    // and the exit status when it does not.
+    static constexpr int kLockWaitMs = 2000;
+    static constexpr int kLibraryInUseStatus = 3;
 
     explicit AppDelegate(Options options, QObject *parent = nullptr);
     ~AppDelegate() override;
@@ -44,8 +54,9 @@ public:
     // The environment's TOMEWISE_DATA_DIR, else the platform's app-data folder.
     static QString defaultDataDirectory();
 
-    // The store; the first call opens it and a failure ends the process with
-    // "Unresolved error ...".
+    // The store; the first call takes the library's lock and opens it. A
+    // library locked by another live process ends this one with a message
+    // and kLibraryInUseStatus; a failure to open ends it with "Unresolved error ...".
     BookStore &persistentContainer();
     void saveContext();
     void applicationWillTerminate() { saveContext(); }
@@ -67,7 +78,11 @@ private:
     AppState *statePtr() { return m_state.get(); }
     PlatformServices *platformPtr() { return m_platform.get(); }
 
+    void lockLibrary();
+
     QString m_dataDirectory;
+    bool m_lockLibrary = true;
+    std::unique_ptr<QLockFile> m_lock;
     std::unique_ptr<BookStore> m_store;
     std::unique_ptr<Settings> m_settings;
     std::unique_ptr<AppState> m_state;

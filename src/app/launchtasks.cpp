@@ -2,6 +2,7 @@
 
 #include "app/appdelegate.h"
 #include "app/log.h"
+#include "model/coverimage.h"
 
 #include <QBuffer>
 #include <QCryptographicHash>
@@ -55,8 +56,8 @@ void seedReferenceLists(AppDelegate &app)
 
 std::optional<QByteArray> reencodeJpeg(const QByteArray &bytes, double quality)
 {
-    QImage image;
-    if (bytes.isEmpty() || !image.loadFromData(bytes))
+    const QImage image = CoverImage::decode(bytes).image;
+    if (image.isNull())
         return std::nullopt;
     QByteArray out;
     QBuffer buffer(&out);

@@ -2,25 +2,31 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QFile>
+#include <QFontMetricsF>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextFrame>
 
+#include <cmath>
+
 namespace tomewise {
 
-bool writeTextDocumentPdf(QTextDocument &document, const QString &path, const QString &title, QString *error)
+bool writeTextDocumentPdf(QTextDocument &document, const QString &path, const QString &title, QString *error,
+                          QSizeF pagePoints)
 {
     QPdfWriter writer(path);
     writer.setTitle(title);
     writer.setCreator(QStringLiteral("Tomewise"));
-    writer.setPageLayout(QPageLayout(QPageSize(QSizeF(595.2, 841.8), QPageSize::Point), QPageLayout::Portrait,
+    writer.setPageLayout(QPageLayout(QPageSize(pagePoints, QPageSize::Point), QPageLayout::Portrait,
                                      QMarginsF(0, 0, 0, 0), QPageLayout::Point));
     writer.setResolution(72);
     // At 72 dpi one device pixel is one point, so the page is laid out in points.
-    document.setPageSize(QSizeF(595.2, 841.8));
+    document.setPageSize(pagePoints);
     QPainter painter;
     if (!painter.begin(&writer)) {
         if (error)
@@ -44,6 +50,51 @@ bool writeTextDocumentPdf(QTextDocument &document, const QString &path, const QS
     return true;
 }
 
+namespace {
+
+// The paginated layout breaks a paragraph wherever the page ends; on screen the
+// space between two pages then falls in mid-sentence. Each paragraph (and each
+// heading with the start of what follows it) that would straddle a page moves
+// whole to the next one.
+void keepParagraphsOnOnePage(QTextDocument &doc, qreal margin)
+{
+    const qreal pageHeight = doc.pageSize().height();
+    QAbstractTextDocumentLayout *layout = doc.documentLayout();
+    for (auto it = doc.rootFrame()->begin(); !it.atEnd(); ++it) {
+        QTextBlock block = it.currentBlock();
+        if (!block.isValid())
+            continue; // a table: its rows may break between pages
+        doc.pageCount(); // the layout runs in steps; this finishes it
+        const QRectF rect = layout->blockBoundingRect(block);
+        qreal height = rect.height();
+        if (block.blockFormat().headingLevel() > 0) {
+            const QTextBlock next = block.next();
+            if (next.isValid())
+                height += qMin<qreal>(layout->blockBoundingRect(next).height(), 3 * QFontMetricsF(doc.defaultFont()).lineSpacing());
+        }
+        const qreal pageTop = std::floor(rect.top() / pageHeight) * pageHeight;
+        const qreal contentBottom = pageTop + pageHeight - margin;
+        if (rect.top() + height <= contentBottom || height > pageHeight - 2 * margin)
+            continue;
+        // A heading left alone above the paragraph goes along with it.
+        const QTextBlock previous = block.previous();
+        QTextBlock moved = block;
+        qreal top = rect.top();
+        if (previous.isValid() && previous.blockFormat().headingLevel() > 0) {
+            const qreal headingTop = layout->blockBoundingRect(previous).top();
+            if (headingTop >= pageTop) {
+                moved = previous;
+                top = headingTop;
+            }
+        }
+        QTextBlockFormat format = moved.blockFormat();
+        format.setTopMargin(format.topMargin() + (pageTop + pageHeight + margin - top));
+        QTextCursor(moved).setBlockFormat(format);
+    }
+}
+
+} // namespace
+
 bool writeUserGuidePdf(const QString &markdownPath, const QString &pdfPath, QString *error)
 {
     QFile in(markdownPath);
@@ -53,14 +104,20 @@ bool writeUserGuidePdf(const QString &markdownPath, const QString &pdfPath, QStr
         return false;
     }
     QTextDocument doc;
-    doc.setDefaultFont(QFont(QStringLiteral("Arial"), 11));
+    doc.setDefaultFont(QFont(QStringLiteral("Arial"), 12));
     doc.setDefaultStyleSheet(QStringLiteral("h1 { color: #8b1a1a; } h2 { color: #222; } code { font-family: monospace; }"));
     doc.setMarkdown(QString::fromUtf8(in.readAll()));
     // Root-frame margins repeat on every page, unlike the document margin.
     QTextFrameFormat frame = doc.rootFrame()->frameFormat();
-    frame.setMargin(48);
+    constexpr qreal margin = 18;
+    frame.setMargin(margin);
     doc.rootFrame()->setFrameFormat(frame);
-    return writeTextDocumentPdf(doc, pdfPath, QStringLiteral("Overview"), error);
+    // About the shape of a phone screen: a page fitted to the screen's width shows
+    // the text a little larger than it is printed.
+    const QSizeF page(340, 680);
+    doc.setPageSize(page);
+    keepParagraphsOnOnePage(doc, margin);
+    return writeTextDocumentPdf(doc, pdfPath, QStringLiteral("Overview"), error, page);
 }
 
 } // namespace tomewise

@@ -34,10 +34,14 @@
 #include "browse/yearbreakdowntableviewcontroller.h"
 #include "browse/datereadgrouptableviewcontroller.h"
 #include "browse/liststyletableviewcontroller.h"
+#include "entry/barcodeviewcontroller.h"
+#include "entry/captureviewcontroller.h"
+#include "entry/captureviewcontrollerios16.h"
 #include "entry/coverview.h"
 #include "entry/detailviewcontroller.h"
 #include "entry/newbookviewcontroller.h"
 #include "feedback/ratesharetableviewcontroller.h"
+#include "entry/newcaptureviewcontroller.h"
 
 #include <QQmlEngine>
 
@@ -100,6 +104,11 @@ void registerQmlTypes()
     qmlRegisterType<SeriesBreakdownTableViewController>(uri, 1, 0, "SeriesBreakdownTableViewController");
     qmlRegisterType<YearBreakdownTableViewController>(uri, 1, 0, "YearBreakdownTableViewController");
     qmlRegisterType<DateReadGroupTableViewController>(uri, 1, 0, "DateReadGroupTableViewController");
+    qmlRegisterUncreatableType<CaptureSessionController>(uri, 1, 0, "CaptureSessionController", QStringLiteral("Base of the camera screens"));
+    qmlRegisterType<BarCodeViewController>(uri, 1, 0, "BarCodeViewController");
+    qmlRegisterType<NewCaptureViewController>(uri, 1, 0, "NewCaptureViewController");
+    qmlRegisterType<CaptureViewController>(uri, 1, 0, "CaptureViewController");
+    qmlRegisterType<CaptureViewControllerIOS16>(uri, 1, 0, "CaptureViewControllerIOS16");
 }
 
 void installImageProviders(QQmlEngine &engine, AppDelegate &delegate)

@@ -2,6 +2,8 @@
 
 #include "app/log.h"
 
+#include <utility>
+
 namespace tomewise {
 
 QStringList bookListPresentations()
@@ -41,6 +43,8 @@ BookListSource &BookListController::source()
 
 void BookListController::search(BookWindowModel &model, const QString &text, const QStringList &attributes)
 {
+    // The revision rides in each cover's address, so a changed cover is read anew.
+    model.setCoverRevision(context().coverRevision());
     if (text.isEmpty()) {
         model.showAll();
         return;
@@ -58,9 +62,27 @@ void BookListController::deleteShownRow(BookWindowModel &model, int row)
 {
     if (row < 0 || row >= model.rowCount())
         return;
-    logIfFailed(context().deleteBook(model.key(row)));
+    Books book = model.book(row);
+    book.pictureImage = context().cover(book.pk);
+    const bool deleted = logIfFailed(context().deleteBook(book.pk));
     app().saveContext();
     model.removeShownRow(row);
+    m_deleted.reset();
+    if (deleted) {
+        m_deleted = book;
+        Q_EMIT rowDeleted(book.name.value_or(QString()));
+    }
+}
+
+void BookListController::undoDelete()
+{
+    if (!m_deleted)
+        return;
+    Books book = *std::exchange(m_deleted, std::nullopt);
+    if (!logIfFailed(context().insertBook(book)))
+        return;
+    app().saveContext();
+    reload();
 }
 
 void BookListController::openShownRow(const BookWindowModel &model, int row)

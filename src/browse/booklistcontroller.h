@@ -5,6 +5,7 @@
 #include "browse/bookwindowmodel.h"
 
 #include <memory>
+#include <optional>
 
 namespace tomewise {
 
@@ -32,8 +33,16 @@ public:
     // Another presentation chosen on the switcher; returns the target that shows it.
     Q_INVOKABLE virtual QString choosePresentation(const QString &presentation);
     Q_INVOKABLE QString lastPresentation() { return lastBookListPresentation(app()); }
+    // Puts the book deleted last back in the store, cover and all.
+    Q_INVOKABLE void undoDelete();
+
+Q_SIGNALS:
+    // A book left the list; the page offers to undo it.
+    void rowDeleted(const QString &name);
 
 protected:
+    // Reads the list anew from the store.
+    virtual void reload() = 0;
     BookListSource &source();
     // Shows the rows whose attributes contain the text; every row for no text.
     void search(BookWindowModel &model, const QString &text, const QStringList &attributes);
@@ -44,6 +53,7 @@ protected:
 
 private:
     std::unique_ptr<BookListSource> m_source;
+    std::optional<Books> m_deleted;
 };
 
 } // namespace tomewise

@@ -48,6 +48,7 @@ Q_SIGNALS:
     void headerChanged();
 
 private:
+    void reload() override { fetch(); }
     const TitleCollation &collation();
     void fetch();
     void refilter();

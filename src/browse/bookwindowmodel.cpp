@@ -166,7 +166,8 @@ QVariant BookWindowModel::data(const QModelIndex &index, int role) const
     const Books &b = heldBook(row);
     switch (role) {
     case CoverSourceRole:
-        return m_covers.contains(b.pk) ? QStringLiteral("image://cover/%1").arg(b.pk) : QString();
+        return m_covers.contains(b.pk) ? QStringLiteral("image://cover/%1/%2").arg(b.pk).arg(m_coverRevision)
+                                       : QString();
     case NameRole:
         return b.name.value_or(QString());
     case AuthorRole:

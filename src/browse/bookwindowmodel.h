@@ -40,6 +40,9 @@ public:
     explicit BookWindowModel(QObject *parent = nullptr);
 
     void setStore(BookStore *store) { m_store = store; }
+    // The store's cover revision, carried in each cover's image address so that a
+    // changed cover is fetched again rather than taken from the image cache.
+    void setCoverRevision(quint64 revision) { m_coverRevision = revision; }
     // A fresh list: every key in order, with the section letter of each when the list has sections.
     void setKeys(const std::vector<qint64> &keys, const QStringList &sections = {});
     // Shows only those of the list's keys that are among `found` (ascending), in the list's order.
@@ -85,6 +88,7 @@ private:
     std::vector<Entry> m_filtered;
     QStringList m_sectionNames;
     bool m_searching = false;
+    quint64 m_coverRevision = 0;
     // The held rows, oldest first in m_heldOrder; at most kPageSize * kPagesKept.
     mutable QHash<qint64, Books> m_held;
     mutable std::deque<qint64> m_heldOrder;

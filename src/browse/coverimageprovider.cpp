@@ -1,10 +1,10 @@
 #include "coverimageprovider.h"
 
 #include "app/appdelegate.h"
+#include "model/coverimage.h"
+#include "model/coverimage.h"
 
 #include <QAtomicInt>
-#include <QBuffer>
-#include <QImageReader>
 #include <QRunnable>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -124,17 +124,12 @@ QImage CoverImageProvider::load(const QString &id, const QSize &requestedSize)
     const auto bytes = readCover(m_storePath, pk);
     if (!bytes)
         return {};
-    QBuffer buffer;
-    buffer.setData(*bytes);
-    buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer);
-    // A JPEG is decoded straight at the size shown, a fraction of the work.
-    if (requestedSize.isValid() && reader.size().isValid()) {
-        reader.setScaledSize(reader.size().scaled(requestedSize, Qt::KeepAspectRatio));
-    }
-    QImage image = reader.read();
+    // The one safe decoder for cover bytes, then the size shown.
+    QImage image = CoverImage::decode(*bytes).image;
     if (image.isNull())
         return {};
+    if (requestedSize.isValid())
+        image = image.scaled(requestedSize, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     QMutexLocker lock(&m_mutex);
     m_cache.insert(key, new QImage(image), qMax<qsizetype>(1, image.sizeInBytes()));
     return image;

@@ -2,6 +2,8 @@
 
 #include "app/log.h"
 
+#include <utility>
+
 namespace tomewise {
 
 ListStyleTableViewController::ListStyleTableViewController(AppDelegate *delegate, QObject *parent)

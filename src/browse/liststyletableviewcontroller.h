@@ -56,6 +56,7 @@ Q_SIGNALS:
     void darkModeChanged();
 
 private:
+    void reload() override { fetch(); }
     void fetch();
     void refilter();
 

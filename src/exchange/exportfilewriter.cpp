@@ -4,9 +4,7 @@
 #include "app/launchtasks.h"
 #include "model/bookstore.h"
 
-#include <QHash>
-#include <QSqlError>
-#include <QSqlQuery>
+#include <QIODevice>
 #include <QtConcurrent/QtConcurrentMap>
 
 namespace tomewise {
@@ -31,9 +29,10 @@ struct CoverJob
 
 } // namespace
 
-ExportFileWriter::ExportFileWriter(BookStore &store, const DateText &dates)
+ExportFileWriter::ExportFileWriter(BookStore &store, const DateText &dates, QIODevice *out)
     : m_store(store)
     , m_dates(dates)
+    , m_out(out)
 {
 }
 
@@ -78,74 +77,61 @@ QStringList ExportFileWriter::textFields(const Books &b, const DateText &dates)
             text(b.subTitle)};
 }
 
+bool ExportFileWriter::write(const QByteArray &bytes, QString *error)
+{
+    if (m_out->write(bytes) == bytes.size())
+        return true;
+    if (error)
+        *error = m_out->errorString();
+    return false;
+}
+
 bool ExportFileWriter::begin(QString *error)
 {
-    m_books.clear();
+    m_keys.clear();
     m_next = 0;
-    m_data = QByteArray(kMarker) + '\n';
     m_display.clear();
     FetchRequest request;
     request.sortDescriptors = {{QStringLiteral("name")}, {QStringLiteral("author")}, {QStringLiteral("dt")}};
-    auto books = m_store.fetchBooks(request, error);
-    if (!books)
+    auto keys = m_store.fetchKeys(request, error);
+    if (!keys)
         return false;
-    m_books = std::move(*books);
-    return true;
-}
-
-bool ExportFileWriter::fetchCovers(qsizetype from, qsizetype to, QHash<qint64, QByteArray> &covers, QString *error)
-{
-    // One statement per batch rather than one per book.
-    QSqlQuery q(m_store.database());
-    q.setForwardOnly(true);
-    const QString sql = QStringLiteral("SELECT book, pictureImage FROM BooksPictureImage WHERE book IN (%1)")
-                            .arg(QStringList(to - from, QStringLiteral("?")).join(u','));
-    if (!q.prepare(sql)) {
-        if (error)
-            *error = q.lastError().text();
-        return false;
-    }
-    for (qsizetype i = from; i < to; ++i)
-        q.bindValue(int(i - from), m_books[i].pk);
-    if (!q.exec()) {
-        if (error)
-            *error = q.lastError().text();
-        return false;
-    }
-    while (q.next())
-        covers.insert(q.value(0).toLongLong(), q.value(1).toByteArray());
-    return true;
+    m_keys = std::move(*keys);
+    return write(QByteArray(kMarker) + '\n', error);
 }
 
 ExportFileWriter::Step ExportFileWriter::step(int count, QString *error)
 {
     const qsizetype from = m_next;
-    const qsizetype to = std::min(m_books.size(), from + qsizetype(std::max(count, 1)));
+    const qsizetype to = std::min(m_keys.size(), from + qsizetype(std::max(count, 1)));
     if (from >= to)
         return Step::Done;
-    QHash<qint64, QByteArray> covers;
-    if (!fetchCovers(from, to, covers, error))
+    auto books = m_store.fetchBooks(m_keys.mid(from, to - from), error);
+    if (!books)
         return Step::Failed;
 
-    QList<CoverJob> jobs(to - from);
-    for (qsizetype i = from; i < to; ++i)
-        jobs[i - from].bytes = covers.value(m_books[i].pk);
+    QList<CoverJob> jobs(books->size());
+    for (qsizetype i = 0; i < books->size(); ++i)
+        jobs[i].bytes = (*books)[i].pictureImage.value_or(QByteArray());
     QtConcurrent::blockingMap(jobs, [](CoverJob &job) {
         if (!job.bytes.isEmpty())
             job.field = coverField(job.bytes);
     });
 
-    for (qsizetype i = from; i < to; ++i) {
-        const QStringList fields = textFields(m_books[i], m_dates);
-        m_data += fields.join(u'^').toUtf8();
-        m_data += '^';
-        m_data += jobs[i - from].field;
-        m_data += '\n';
+    QByteArray lines;
+    for (qsizetype i = 0; i < books->size(); ++i) {
+        const QStringList fields = textFields((*books)[i], m_dates);
+        lines += fields.join(u'^').toUtf8();
+        lines += '^';
+        lines += jobs[i].field;
+        lines += '\n';
         m_display += fields.join(u',');
         m_display += u'\n';
     }
+    if (!write(lines, error))
+        return Step::Failed;
     m_next = to;
-    return m_next >= m_books.size() ? Step::Done : Step::More;
+    return m_next >= m_keys.size() ? Step::Done : Step::More;
 }
 
 bool ExportFileWriter::run(QString *error)
@@ -166,7 +152,7 @@ bool ExportFileWriter::run(QString *error)
 
 double ExportFileWriter::progress() const
 {
-    return m_books.isEmpty() ? 1.0 : double(m_next) / double(m_books.size());
+    return m_keys.isEmpty() ? 1.0 : double(m_next) / double(m_keys.size());
 }
 
 } // namespace tomewise

@@ -8,13 +8,17 @@
 
 #include <optional>
 
+class QIODevice;
+
 namespace tomewise {
 
 class BookStore;
 class DateText;
 
-// Writes the export file and its display text from the store, a batch of
-// books at a time so that a screen can show progress between batches.
+// Writes the export file to a device and builds its display text, a batch of
+// books at a time: only the keys of the whole library and one batch of books
+// with their covers are held, so that a screen can show progress between
+// batches and a large library costs no more memory than a small one.
 class ExportFileWriter
 {
 public:
@@ -26,20 +30,20 @@ public:
 
     enum class Step { More, Done, Failed };
 
-    ExportFileWriter(BookStore &store, const DateText &dates);
+    // `out` must be open for writing and outlive the writer's steps.
+    ExportFileWriter(BookStore &store, const DateText &dates, QIODevice *out);
 
-    // Fetches every book in file order (covers come later, per batch) and
-    // starts both texts; false with the error's description when the fetch fails.
+    // Fetches the keys of every book in file order, writes the marker and
+    // starts the display text; false with the error's description on failure.
     bool begin(QString *error);
-    // Writes up to `count` more books; their covers are re-encoded across the cores.
+    // Writes up to `count` more books; their covers are re-encoded across the
+    // cores. Failed when the store or the device fails.
     Step step(int count, QString *error);
     // begin() and every step() at once.
     bool run(QString *error);
 
     double progress() const;
-    int bookCount() const { return int(m_books.size()); }
-    // The file's bytes (UTF-8) and the display text.
-    const QByteArray &data() const { return m_data; }
+    int bookCount() const { return int(m_keys.size()); }
     const QString &displayText() const { return m_display; }
 
     // Fields 1 to 18 of one book, as written to the file and shown.
@@ -50,13 +54,13 @@ public:
     static QByteArray coverField(const QByteArray &bytes);
 
 private:
-    bool fetchCovers(qsizetype from, qsizetype to, QHash<qint64, QByteArray> &covers, QString *error);
+    bool write(const QByteArray &bytes, QString *error);
 
     BookStore &m_store;
     const DateText &m_dates;
-    QList<Books> m_books;
+    QIODevice *m_out;
+    QList<qint64> m_keys;
     qsizetype m_next = 0;
-    QByteArray m_data;
     QString m_display;
 };
 

@@ -5,7 +5,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
+#include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTimer>
 
 namespace tomewise {
@@ -39,9 +42,25 @@ QString ExportViewController::helpText()
     return text;
 }
 
-QString ExportViewController::temporaryFilePath()
+namespace {
+
+// The user's runtime folder when there is one (private by definition), else
+// the cache; the staging folder itself is made 0700 either way.
+QString stagingRoot()
 {
-    return QDir(QDir::tempPath()).filePath(QLatin1String(ExportFileWriter::kFileName));
+    for (auto location : {QStandardPaths::RuntimeLocation, QStandardPaths::CacheLocation}) {
+        const QString dir = QStandardPaths::writableLocation(location);
+        if (!dir.isEmpty() && QDir().mkpath(dir))
+            return dir;
+    }
+    return QDir::tempPath();
+}
+
+} // namespace
+
+QString ExportViewController::dataFilePath() const
+{
+    return m_staging ? m_staging->filePath(QLatin1String(ExportFileWriter::kFileName)) : QString();
 }
 
 void ExportViewController::viewDidLoad()
@@ -71,7 +90,17 @@ void ExportViewController::CreateUpdateFile()
         return;
     setButtons(false, m_saveEnabled, m_emailEnabled);
     setExportText(QString());
-    m_writer = std::make_unique<ExportFileWriter>(context(), app().dateText());
+    m_staging = std::make_unique<QTemporaryDir>(QDir(stagingRoot()).filePath(QStringLiteral("tomewise-export-XXXXXX")));
+    if (!m_staging->isValid()) {
+        fail(m_staging->errorString());
+        return;
+    }
+    m_file = std::make_unique<QFile>(dataFilePath());
+    if (!m_file->open(QIODevice::WriteOnly)) {
+        fail(m_file->errorString());
+        return;
+    }
+    m_writer = std::make_unique<ExportFileWriter>(context(), app().dateText(), m_file.get());
     QString error;
     if (!m_writer->begin(&error)) {
         fail(error);
@@ -97,9 +126,13 @@ void ExportViewController::buildNextBatch()
         QTimer::singleShot(0, this, [this] { buildNextBatch(); });
         return;
     }
-    m_data = m_writer->data();
     m_display = m_writer->displayText();
     m_writer.reset();
+    if (!m_file->flush()) {
+        fail(m_file->errorString());
+        return;
+    }
+    m_file->close();
     Q_EMIT progressChanged();
     setButtons(false, true, true);
     after(kAlertDelayMs, [this] {
@@ -114,6 +147,8 @@ void ExportViewController::buildNextBatch()
 void ExportViewController::fail(const QString &error)
 {
     m_writer.reset();
+    m_file.reset();
+    m_staging.reset();
     Q_EMIT progressChanged();
     const QString message = QStringLiteral("Export failed with error: ") + error;
     qCWarning(lcExchange).noquote() << message;
@@ -122,10 +157,41 @@ void ExportViewController::fail(const QString &error)
     Q_EMIT built(false);
 }
 
+bool ExportViewController::writeDataFile(QIODevice &out, QString *error) const
+{
+    QFile in(dataFilePath());
+    if (!in.open(QIODevice::ReadOnly)) {
+        if (error)
+            *error = in.errorString();
+        return false;
+    }
+    while (!in.atEnd()) {
+        const QByteArray chunk = in.read(1 << 20);
+        if (chunk.isEmpty() && in.error() != QFileDevice::NoError) {
+            if (error)
+                *error = in.errorString();
+            return false;
+        }
+        if (out.write(chunk) != chunk.size()) {
+            if (error)
+                *error = out.errorString();
+            return false;
+        }
+    }
+    return true;
+}
+
 bool ExportViewController::writeDataFile(const QString &path, QString *error) const
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(m_data) != m_data.size() || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly)) {
+        if (error)
+            *error = file.errorString();
+        return false;
+    }
+    if (!writeDataFile(file, error))
+        return false;
+    if (!file.commit()) {
         if (error)
             *error = file.errorString();
         return false;
@@ -135,11 +201,10 @@ bool ExportViewController::writeDataFile(const QString &path, QString *error) co
 
 void ExportViewController::SaveToFiles()
 {
-    const QString path = temporaryFilePath();
+    const QString path = dataFilePath();
     qCInfo(lcExchange).noquote() << path;
-    QString error;
-    if (!writeDataFile(path, &error)) {
-        qCWarning(lcExchange).noquote() << "Export failed with error: " + error;
+    if (path.isEmpty() || !QFileInfo::exists(path)) {
+        qCWarning(lcExchange).noquote() << QStringLiteral("Export failed with error: The file is no longer there.");
         return;
     }
     ShareItems items;
@@ -148,27 +213,43 @@ void ExportViewController::SaveToFiles()
     app().platform().share(items);
 }
 
-bool ExportViewController::saveCopy(const QUrl &destination)
+void ExportViewController::saveCopy(const QUrl &destination, bool replace)
 {
     const QString target = destination.toLocalFile();
-    QString error;
-    if (target.isEmpty() || !writeDataFile(target, &error)) {
-        qCWarning(lcExchange).noquote() << "Export failed with error: " + error;
-        return false;
+    if (!target.isEmpty() && !replace && QFileInfo::exists(target)) {
+        showAlert(QStringLiteral("Save To Files"),
+                  QStringLiteral("“%1” already exists. Replace it?").arg(QFileInfo(target).fileName()),
+                  {{QStringLiteral("Yes"), AlertAction::Style::Default, [this, target] { copyTo(target); }},
+                   {QStringLiteral("No"), AlertAction::Style::Cancel, {}}});
+        return;
     }
-    return true;
+    copyTo(target);
+}
+
+void ExportViewController::copyTo(const QString &path)
+{
+    QString error = QStringLiteral("No file was chosen.");
+    if (!path.isEmpty() && writeDataFile(path, &error)) {
+        qCInfo(lcExchange).noquote() << path;
+        showAlert(QStringLiteral("Save To Files"), QStringLiteral("The export file was saved to %1").arg(path));
+        return;
+    }
+    const QString message = QStringLiteral("Export failed with error: ") + error;
+    qCWarning(lcExchange).noquote() << message;
+    showAlert(QStringLiteral("Data Export Error"), message);
 }
 
 void ExportViewController::WriteTextFile()
 {
-    const QString path = temporaryFilePath();
-    QString error;
-    if (!writeDataFile(path, &error)) {
-        qCWarning(lcExchange).noquote() << "Export failed with error: " + error;
+    const QString path = dataFilePath();
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly)) {
+        QString shown = QString::fromUtf8(file.read(kShownChars));
+        if (!file.atEnd())
+            shown += QStringLiteral("\n…");
+        setExportText(shown);
     } else {
-        QFile file(path);
-        if (file.open(QIODevice::ReadOnly))
-            setExportText(QString::fromUtf8(file.readAll()));
+        qCWarning(lcExchange).noquote() << "Export failed with error: " + file.errorString();
     }
     PlatformServices &platform = app().platform();
     if (!platform.canSendMail()) {

@@ -6,12 +6,16 @@
 
 #include <memory>
 
+class QFile;
+class QTemporaryDir;
+
 namespace tomewise {
 
 class ExportFileWriter;
 
-// Builds the export file once per visit, shows its display text, and hands
-// the file to the share sheet or the mail composer.
+// Builds the export file once per visit into a private staging folder, shows
+// its display text, and hands the file to the share sheet, a save dialog or
+// the mail composer.
 class ExportViewController : public ScreenController
 {
     Q_OBJECT
@@ -25,6 +29,8 @@ class ExportViewController : public ScreenController
 
 public:
     static constexpr int kAlertDelayMs = 3000;
+    // The text view shows at most this many characters of the file read back.
+    static constexpr int kShownChars = 256 * 1024;
     static const QStringList &excludedActivities();
 
     explicit ExportViewController(AppDelegate *delegate = nullptr, QObject *parent = nullptr);
@@ -38,22 +44,23 @@ public:
     bool busy() const { return bool(m_writer); }
     double progress() const { return m_progress; }
 
-    // The file text (UTF-8) and the display text of the last build.
-    const QByteArray &dataBytes() const { return m_data; }
-    QString DataString() const { return QString::fromUtf8(m_data); }
+    // The built file, staged as "Tomewise.csv" in a folder only this user
+    // can enter; empty before a build.
+    QString dataFilePath() const;
     QString DataDisplayString() const { return m_display; }
-    // Where SaveToFiles and WriteTextFile put the file.
-    static QString temporaryFilePath();
 
     Q_INVOKABLE void viewDidLoad();
     Q_INVOKABLE void CreateUpdateFile();
     Q_INVOKABLE void SaveToFiles();
     Q_INVOKABLE void WriteTextFile();
     Q_INVOKABLE void mailComposeController() {}
-    // The desktop's save dialog: a copy of the saved file where the user chose.
-    Q_INVOKABLE bool saveCopy(const QUrl &destination);
-    // Writes the file text atomically; false with the description on failure.
+    // The desktop's save dialog: a copy of the file where the user chose,
+    // after asking whether to replace a file that is there unless
+    // `replace`; the alert says where it went or why it did not.
+    Q_INVOKABLE void saveCopy(const QUrl &destination, bool replace = false);
+    // Copies the built file atomically; false with the description on failure.
     bool writeDataFile(const QString &path, QString *error) const;
+    bool writeDataFile(QIODevice &out, QString *error) const;
 
 Q_SIGNALS:
     void exportTextChanged();
@@ -64,12 +71,14 @@ Q_SIGNALS:
 
 private:
     void buildNextBatch();
+    void copyTo(const QString &path);
     void fail(const QString &error);
     void setExportText(const QString &text);
     void setButtons(bool exportEnabled, bool saveEnabled, bool emailEnabled);
 
+    std::unique_ptr<QTemporaryDir> m_staging;
+    std::unique_ptr<QFile> m_file;
     std::unique_ptr<ExportFileWriter> m_writer;
-    QByteArray m_data;
     QString m_display;
     QString m_exportText;
     bool m_exportEnabled = true;

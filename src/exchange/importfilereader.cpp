@@ -5,8 +5,13 @@
 #include "app/log.h"
 #include "model/bookstore.h"
 
+#include <QBuffer>
+#include <QIODevice>
 #include <QRegularExpression>
 #include <QTimeZone>
+
+#include <array>
+#include <cstring>
 
 namespace tomewise {
 
@@ -14,6 +19,11 @@ ImportFileReader::ImportFileReader(BookStore &store, const DateText &dates)
     : m_store(store)
     , m_dates(dates)
 {
+}
+
+ImportFileReader::~ImportFileReader()
+{
+    m_store.setAutoCheckpoint(BookStore::kAutoCheckpointPages);
 }
 
 const QStringList &ImportFileReader::keys()
@@ -44,33 +54,68 @@ std::optional<QDateTime> ImportFileReader::parseDate(const QString &text, const 
     return dates.parsePattern(text, QLatin1String(kDatePattern));
 }
 
-std::optional<QByteArray> ImportFileReader::decodeBase64(const QString &text)
+std::optional<QByteArray> ImportFileReader::decodeBase64(const QByteArray &text)
 {
-    // The standard alphabet with its padding, nothing else allowed.
-    if (text.size() % 4 != 0)
+    // The standard alphabet with its "=" padding, nothing else allowed. A table
+    // rather than Qt's decoder: covers make up most of a file's bytes.
+    static constexpr auto table = [] {
+        std::array<qint8, 256> t{};
+        t.fill(-1);
+        constexpr char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+        for (int i = 0; i < 64; ++i)
+            t[static_cast<unsigned char>(alphabet[i])] = static_cast<qint8>(i);
+        return t;
+    }();
+    const qsizetype size = text.size();
+    if (size % 4 != 0)
         return std::nullopt;
-    auto result = QByteArray::fromBase64Encoding(text.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
-    for (QChar c : text) {
-        if (c.unicode() > 0x7f)
+    const qsizetype padding = size == 0 ? 0 : (text.endsWith("==") ? 2 : text.endsWith('=') ? 1 : 0);
+    QByteArray out(size / 4 * 3 - padding, Qt::Uninitialized);
+    const auto *in = reinterpret_cast<const unsigned char *>(text.constData());
+    char *to = out.data();
+    qsizetype written = 0;
+    for (qsizetype i = 0; i < size; i += 4) {
+        const bool last = i + 4 == size;
+        const int a = table[in[i]];
+        const int b = table[in[i + 1]];
+        const int c = last && padding == 2 ? 0 : table[in[i + 2]];
+        const int d = last && padding >= 1 ? 0 : table[in[i + 3]];
+        if ((a | b | c | d) < 0)
             return std::nullopt;
+        const quint32 bits = quint32(a) << 18 | quint32(b) << 12 | quint32(c) << 6 | quint32(d);
+        const char bytes[3] = {char(bits >> 16), char(bits >> 8), char(bits)};
+        const qsizetype n = std::min<qsizetype>(3, out.size() - written);
+        std::memcpy(to + written, bytes, size_t(n));
+        written += n;
     }
-    if (!result)
-        return std::nullopt;
-    return *result;
+    return out;
 }
 
-void ImportFileReader::fill(Books &book, const QStringList &fields, const DateText &dates)
+void ImportFileReader::fill(Books &book, const QList<QByteArray> &fields, const DateText &dates)
 {
-    const auto attributes = keys();
+    // The attributes by position, looked up once.
+    static const auto attributes = [] {
+        QList<const BooksAttribute *> list;
+        for (const QString &key : keys())
+            list << booksAttribute(key);
+        return list;
+    }();
+    static const qsizetype notes = keys().indexOf(QStringLiteral("notes"));
     for (qsizetype i = 0; i < fields.size() && i < attributes.size(); ++i) {
-        QString value = fields[i];
-        value.remove(u'"');
-        if (value.isEmpty())
+        QByteArray bytes = fields[i];
+        bytes.removeIf([](char c) { return c == '"'; });
+        if (bytes.isEmpty())
             continue;
-        const BooksAttribute *a = booksAttribute(attributes[i]);
+        const BooksAttribute *a = attributes[i];
+        if (a->type() == AttributeType::Binary) {
+            if (const auto decoded = decodeBase64(bytes))
+                book.*std::get<Data Books::*>(a->member) = decoded;
+            continue;
+        }
+        QString value = QString::fromUtf8(bytes);
         switch (a->type()) {
         case AttributeType::String:
-            if (attributes[i] == u"notes")
+            if (i == notes)
                 value.replace(u'~', u'\n');
             book.*std::get<Text Books::*>(a->member) = value;
             break;
@@ -83,140 +128,204 @@ void ImportFileReader::fill(Books &book, const QStringList &fields, const DateTe
                 book.*std::get<Instant Books::*>(a->member) = d;
             break;
         case AttributeType::Binary:
-            if (const auto bytes = decodeBase64(value))
-                book.*std::get<Data Books::*>(a->member) = bytes;
             break;
         }
     }
 }
 
-void ImportFileReader::begin(const QString &document)
-{
-    m_lines.clear();
-    m_next = 0;
-    m_inserted = m_updated = m_skipped = 0;
-    m_byAuthorAndName.clear();
-    m_books.clear();
+namespace {
 
-    QString text = document;
-    text.replace(u'\r', u'\n');
-    text.remove(u'\'');
-    const QStringList lines = text.split(u'\n');
-    const QLatin1String marker(kMarker);
-    for (const QString &line : lines) {
-        if (line == marker) {
-            m_wrongFile = No;
-            break;
-        }
-        m_wrongFile = Yes;
-    }
-    if (m_wrongFile != No)
-        return;
-    for (const QString &line : lines) {
-        if (!line.isEmpty() && line != marker)
-            m_lines.append(line);
-    }
-    if (!m_lines.isEmpty() && !buildIndex())
-        m_lines.clear();
-}
-
-bool ImportFileReader::buildIndex()
+// A title or author that shows nothing (empty, blanks, control characters)
+// would make a book no list or repair can name.
+bool blank(const Text &value)
 {
-    QString error;
-    auto books = m_store.fetchBooks(FetchRequest{}, &error);
-    if (!books) {
-        qCWarning(lcExchange).noquote() << error;
-        return false;
-    }
-    m_books.reserve(books->size());
-    for (Books &b : *books) {
-        index(b);
-        m_books.insert(b.pk, std::move(b));
+    if (!value)
+        return true;
+    for (QChar c : *value) {
+        if (!c.isSpace() && c.category() != QChar::Other_Control && c.category() != QChar::Other_Format)
+            return false;
     }
     return true;
 }
 
-void ImportFileReader::index(const Books &book)
+} // namespace
+
+bool ImportFileReader::nextLine(QByteArray &line)
 {
-    // A store "=" never matches an absent value.
-    if (book.author && book.name)
-        m_byAuthorAndName[{*book.author, *book.name}].append(book.pk);
+    // Carriage returns count as line feeds; apostrophes are dropped everywhere.
+    while (m_pieces.isEmpty()) {
+        qsizetype end = m_buffer.indexOf('\n', m_bufferPos);
+        bool overlong = false;
+        while (end < 0 && m_device && !m_device->atEnd()) {
+            // No record is this long; one that claims to be is passed over
+            // rather than held.
+            overlong = overlong || m_buffer.size() - m_bufferPos > kMaxLineBytes;
+            m_buffer.remove(0, overlong ? m_buffer.size() : m_bufferPos);
+            m_bufferPos = 0;
+            const qsizetype searched = m_buffer.size();
+            const QByteArray more = m_device->read(kChunk);
+            if (more.isEmpty())
+                break;
+            m_buffer += more;
+            end = m_buffer.indexOf('\n', searched);
+        }
+        if (end < 0) {
+            if (m_bufferPos >= m_buffer.size() && !overlong)
+                return false;
+            end = m_buffer.size();
+        }
+        overlong = overlong || end - m_bufferPos > kMaxLineBytes;
+        ++m_lineNumber;
+        if (overlong) {
+            m_bufferPos = end + 1;
+            ++m_overlong;
+            m_pieces = {QByteArray()};
+            break;
+        }
+        m_pieces = QByteArrayView(m_buffer).sliced(m_bufferPos, end - m_bufferPos).toByteArray().split('\r');
+        m_bufferPos = end + 1;
+    }
+    line = m_pieces.takeFirst();
+    line.removeIf([](char c) { return c == '\''; });
+    return true;
 }
 
-void ImportFileReader::unindex(const Books &book)
+void ImportFileReader::begin(QIODevice *device)
 {
-    if (!book.author || !book.name)
-        return;
-    auto it = m_byAuthorAndName.find({*book.author, *book.name});
-    if (it == m_byAuthorAndName.end())
-        return;
-    it->removeOne(book.pk);
-    if (it->isEmpty())
-        m_byAuthorAndName.erase(it);
+    m_device = device;
+    m_buffer.clear();
+    m_bufferPos = 0;
+    m_pieces.clear();
+    m_lineNumber = 0;
+    m_inserted = m_updated = m_skipped = m_nameless = m_failed = 0;
+    m_notSaved.clear();
+    m_done = true;
+
+    m_wrongFile = Yes;
+    QByteArray line;
+    while (nextLine(line)) {
+        if (line == kMarker) {
+            m_wrongFile = No;
+            break;
+        }
+    }
+    // Lines before the marker are records too: the walk starts again at the top.
+    m_buffer.clear();
+    m_bufferPos = 0;
+    m_pieces.clear();
+    m_lineNumber = 0;
+    m_overlong = 0;
+    if (m_wrongFile == No && m_device->reset())
+        m_done = false;
+    // A long run of small commits copies each index page back once per
+    // checkpoint; fewer checkpoints while it lasts, the usual ones after.
+    if (!m_done)
+        m_store.setAutoCheckpoint(kImportCheckpointPages);
 }
 
-void ImportFileReader::importLine(const QString &line)
+void ImportFileReader::notSaved(const QString &author, const QString &name, const QString &reason)
 {
-    const QStringList fields = line.split(u'^');
-    const QString theAuthor = fields.value(0);
-    const QString theBookName = fields.value(8);
-    const QList<qint64> matches = m_byAuthorAndName.value({theAuthor, theBookName});
-    if (matches.size() > 1) {
+    qCWarning(lcExchange).noquote() << QStringLiteral("Record on line %1 not saved (%2)").arg(m_lineNumber).arg(reason);
+    if (m_notSaved.size() < kNotSavedListed)
+        m_notSaved.append({m_lineNumber, author, name, reason});
+}
+
+void ImportFileReader::importLine(const QByteArray &line)
+{
+    const QList<QByteArray> fields = line.split('^');
+    const QString theAuthor = QString::fromUtf8(fields.value(0));
+    const QString theBookName = QString::fromUtf8(fields.value(8));
+
+    // Asked of the store for every record, so earlier lines of the same file count.
+    FetchRequest request;
+    request.predicates = {Predicate::equal(QStringLiteral("author"), theAuthor),
+                          Predicate::equal(QStringLiteral("name"), theBookName)};
+    request.fetchLimit = 2;
+    QString error;
+    const auto matches = m_store.fetchBooks(request, &error);
+    if (!matches) {
+        qCWarning(lcStore).noquote() << error;
+        ++m_failed;
+        notSaved(theAuthor, theBookName, error);
+        return;
+    }
+    if (matches->size() > 1) {
         ++m_skipped;
         return;
     }
 
-    BookStore::Transaction record(m_store);
-    Books book = matches.isEmpty() ? Books{} : m_books.value(matches.first());
-    const Books before = book;
+    Books book = matches->isEmpty() ? Books{} : matches->first();
     fill(book, fields, m_dates);
     StoreResult result;
-    if (matches.isEmpty()) {
+    if (matches->isEmpty()) {
+        if (blank(book.name) || blank(book.author)) {
+            ++m_nameless;
+            notSaved(theAuthor, theBookName, QStringLiteral("no title or no author"));
+            return;
+        }
         result = m_store.insertBook(book);
     } else {
+        BookStore::Transaction record(m_store);
         result = m_store.updateBook(book);
-        if (result && book.pictureImage != before.pictureImage)
+        if (result && book.pictureImage)
             result = m_store.setCover(book.pk, book.pictureImage);
+        if (result)
+            result = record.commit();
     }
-    if (result)
-        result = record.commit();
-    if (!logIfFailed(result))
+    if (!logIfFailed(result)) {
+        ++m_failed;
+        notSaved(theAuthor, theBookName, result.error);
         return;
-
-    // The index follows the store, as a fetch for the next line would.
-    book.pictureImage.reset();
-    if (matches.isEmpty()) {
-        ++m_inserted;
-    } else {
-        ++m_updated;
-        unindex(before);
     }
-    index(book);
-    m_books.insert(book.pk, book);
+    ++(matches->isEmpty() ? m_inserted : m_updated);
+    if (m_savedHook && !m_savedHook(m_inserted + m_updated))
+        m_done = true;
 }
 
 bool ImportFileReader::step(int count)
 {
-    const qsizetype to = std::min(m_lines.size(), m_next + qsizetype(std::max(count, 1)));
-    if (m_next < to) {
-        BookStore::Transaction batch(m_store);
-        for (; m_next < to; ++m_next)
-            importLine(m_lines[m_next]);
-        logIfFailed(batch.commit());
+    QByteArray line;
+    for (int n = std::max(count, 1); n > 0 && !m_done;) {
+        if (!nextLine(line)) {
+            m_done = true;
+            break;
+        }
+        if (m_overlong > 0) {
+            m_overlong = 0;
+            ++m_failed;
+            notSaved(QString(), QString(), QStringLiteral("line longer than %1 MB").arg(kMaxLineBytes >> 20));
+            --n;
+            continue;
+        }
+        if (line.isEmpty() || line == kMarker)
+            continue;
+        importLine(line);
+        --n;
     }
-    return m_next >= m_lines.size();
+    return m_done;
 }
 
-void ImportFileReader::run(const QString &document)
+void ImportFileReader::run(QIODevice *device)
 {
-    begin(document);
+    begin(device);
     while (!step(kBatch)) {
     }
 }
 
+void ImportFileReader::run(const QString &document)
+{
+    QByteArray bytes = document.toUtf8();
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    run(&buffer);
+    m_device = nullptr;
+}
+
 double ImportFileReader::progress() const
 {
-    return m_lines.isEmpty() ? 1.0 : double(m_next) / double(m_lines.size());
+    if (m_done || !m_device || m_device->size() <= 0)
+        return 1.0;
+    return double(m_device->pos()) / double(m_device->size());
 }
 
 } // namespace tomewise

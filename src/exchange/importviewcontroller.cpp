@@ -1,7 +1,6 @@
 #include "importviewcontroller.h"
 
 #include "app/log.h"
-#include "exchange/importfilereader.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -49,39 +48,54 @@ void ImportViewController::documentPicker(const QUrl &url)
 {
     const QString path = url.isLocalFile() ? url.toLocalFile() : url.toString();
     m_filename = QFileInfo(path).fileName();
+    // Read once in pieces to know it is text and to show its beginning; the
+    // import reads it again from the file.
     QFile file(path);
     QString error;
+    QString shown;
     if (file.open(QIODevice::ReadOnly)) {
-        const QByteArray bytes = file.readAll();
-        if (file.error() == QFileDevice::NoError) {
-            QStringDecoder utf8(QStringDecoder::Utf8);
-            QString text = utf8(bytes);
-            if (!utf8.hasError()) {
-                m_document = std::move(text);
-                setButtons(false, true);
-            } else {
-                error = QStringLiteral("The file “%1” couldn’t be opened because the text encoding of its "
-                                       "contents can’t be determined.").arg(m_filename);
-            }
-        } else {
-            error = file.errorString();
+        QStringDecoder utf8(QStringDecoder::Utf8);
+        while (!file.atEnd() && !utf8.hasError()) {
+            const QByteArray chunk = file.read(1 << 20);
+            if (chunk.isEmpty())
+                break;
+            const QString text = utf8(chunk);
+            if (shown.size() < kShownChars)
+                shown += QStringView(text).left(kShownChars - shown.size());
         }
+        if (file.error() != QFileDevice::NoError)
+            error = file.errorString();
+        else if (utf8.hasError())
+            error = QStringLiteral("The file “%1” couldn’t be opened because the text encoding of its "
+                                   "contents can’t be determined.").arg(m_filename);
     } else {
         error = file.errorString();
     }
-    if (!error.isEmpty())
+    if (error.isEmpty()) {
+        if (file.size() > shown.size() && shown.size() >= kShownChars)
+            shown += QStringLiteral("\n…");
+        m_documentPath = path;
+        m_shownText = shown;
+        setButtons(false, true);
+    } else {
         qCWarning(lcExchange).noquote() << error;
+    }
     Q_EMIT documentChanged();
     showAlert(QStringLiteral("Data Import"), QStringLiteral("File Loaded and Ready to Import"));
 }
 
 void ImportViewController::ImportTextFile()
 {
-    if (!m_document || m_reader)
+    if (m_documentPath.isEmpty() || m_reader)
         return;
     setButtons(false, false);
+    m_failed = m_nameless = 0;
+    m_notSaved.clear();
+    m_file = std::make_unique<QFile>(m_documentPath);
+    if (!m_file->open(QIODevice::ReadOnly))
+        qCWarning(lcExchange).noquote() << m_file->errorString();
     m_reader = std::make_unique<ImportFileReader>(context(), app().dateText());
-    m_reader->begin(*m_document);
+    m_reader->begin(m_file.get());
     m_wrongFile = m_reader->wrongFile();
     Q_EMIT wrongFileChanged();
     m_progress = 0;
@@ -100,16 +114,28 @@ void ImportViewController::importNextBatch()
         return;
     }
     m_resultCount = m_reader->inserted() + m_reader->updated();
+    m_failed = m_reader->failed();
+    m_nameless = m_reader->nameless();
+    m_notSaved = m_reader->notSaved();
     m_reader.reset();
+    m_file.reset();
     Q_EMIT progressChanged();
     report();
 }
 
 void ImportViewController::report()
 {
-    const QString message = m_wrongFile == ImportFileReader::No
+    QString message = m_wrongFile == ImportFileReader::No
         ? QStringLiteral("Data Import Completed")
         : m_filename + QStringLiteral(" Is The Incorrect Import File");
+    // Never a plain "Completed" when something did not arrive.
+    if (m_failed > 0)
+        message += m_failed == 1 ? QStringLiteral("\n1 record could not be saved.")
+                                 : QStringLiteral("\n%1 records could not be saved.").arg(m_failed);
+    if (m_nameless > 0)
+        message += m_nameless == 1
+            ? QStringLiteral("\n1 record without a title or an author was left out.")
+            : QStringLiteral("\n%1 records without a title or an author were left out.").arg(m_nameless);
     showAlert(QStringLiteral("Data Import"), message,
               {{QStringLiteral("OK"), AlertAction::Style::Default,
                 [this] { Q_EMIT unwind(QStringLiteral("unwindToMenu")); }}});

@@ -1,18 +1,20 @@
 #pragma once
 
 #include "app/screencontroller.h"
+#include "exchange/importfilereader.h"
 
 #include <QUrl>
+
+class QFile;
 
 #include <memory>
 #include <optional>
 
 namespace tomewise {
 
-class ImportFileReader;
 
-// Loads a chosen export file, shows it, and imports it in batches with
-// progress, then reports and returns to the menu.
+// Loads a chosen export file, shows its beginning, and imports it in batches
+// with progress straight from the file, then reports and returns to the menu.
 class ImportViewController : public ScreenController
 {
     Q_OBJECT
@@ -29,9 +31,13 @@ public:
     explicit ImportViewController(AppDelegate *delegate = nullptr, QObject *parent = nullptr);
     ~ImportViewController() override;
 
+    // The text view shows at most this many characters of the file.
+    static constexpr int kShownChars = 256 * 1024;
+
     static QString helpText();
-    QString importText() const { return m_document.value_or(QString()); }
-    std::optional<QString> document() const { return m_document; }
+    QString importText() const { return m_shownText; }
+    // The chosen file, once it has been read as text; empty before.
+    QString documentPath() const { return m_documentPath; }
     bool loadFileButtonEnabled() const { return m_loadEnabled; }
     bool importButtonEnabled() const { return m_importEnabled; }
     QString filename() const { return m_filename; }
@@ -39,6 +45,12 @@ public:
     bool busy() const { return bool(m_reader); }
     double progress() const { return m_progress; }
     int resultCount() const { return m_resultCount; }
+    // Records of the last import that did not reach the store: refused by
+    // it, or without a title or an author.
+    int failedCount() const { return m_failed; }
+    int namelessCount() const { return m_nameless; }
+    const QList<ImportFileReader::NotSaved> &notSaved() const { return m_notSaved; }
+
 
     Q_INVOKABLE void viewDidLoad();
     // The picker is the page's: this asks for it.
@@ -62,7 +74,13 @@ private:
     void setButtons(bool loadEnabled, bool importEnabled);
 
     std::unique_ptr<ImportFileReader> m_reader;
-    std::optional<QString> m_document;
+    std::unique_ptr<QFile> m_file;
+    QString m_documentPath;
+    QString m_shownText;
+    QList<ImportFileReader::NotSaved> m_notSaved;
+    int m_failed = 0;
+    int m_nameless = 0;
+
     QString m_filename;
     int m_wrongFile = 2;
     int m_resultCount = 0;

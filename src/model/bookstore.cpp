@@ -1,8 +1,11 @@
 #include "bookstore.h"
 
 #include <QAtomicInt>
+#include <QHash>
 #include <QFileInfo>
 #include <QSqlError>
+
+#include <algorithm>
 
 namespace tomewise {
 
@@ -143,7 +146,7 @@ bool BookStore::isOpen() const
     return m_db.isValid() && m_db.isOpen();
 }
 
-StoreResult BookStore::open(const QString &path, QString *userInfo)
+StoreResult BookStore::open(const QString &path, QString *userInfo, int busyTimeoutMs)
 {
     m_path = path;
     auto fail = [&](const QString &description, const QString &reason) {
@@ -160,6 +163,7 @@ StoreResult BookStore::open(const QString &path, QString *userInfo)
 
     m_db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
     m_db.setDatabaseName(path);
+    m_db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(std::max(busyTimeoutMs, 0)));
     if (!m_db.open())
         return fail(QStringLiteral("The store could not be opened."), m_db.lastError().text());
 
@@ -226,8 +230,10 @@ StoreResult BookStore::write(const QString &sql, const QVariantList &binds, qint
 {
     QString error;
     QSqlQuery *q = run(sql, binds, &error);
-    if (!q)
+    if (!q) {
+        ++m_failedWrites;
         return {false, error};
+    }
     if (insertId)
         *insertId = q->lastInsertId().toLongLong();
     q->finish();
@@ -332,7 +338,11 @@ std::optional<QList<Books>> BookStore::fetchBooks(const FetchRequest &request, Q
     QSqlQuery *query = sql.isEmpty() ? nullptr : run(sql, binds, error);
     if (!query)
         return std::nullopt;
-    QSqlQuery &q = *query;
+    return readBooks(*query, request.includesCovers);
+}
+
+std::optional<QList<Books>> BookStore::readBooks(QSqlQuery &q, bool covers)
+{
     QList<Books> books;
     while (q.next()) {
         Books b;
@@ -359,12 +369,53 @@ std::optional<QList<Books>> BookStore::fetchBooks(const FetchRequest &request, Q
                 break;
             }
         }
-        if (request.includesCovers && q.value(col).toBool())
+        if (covers && q.value(col).toBool())
             b.pictureImage = q.value(col + 1).toByteArray();
         books.append(std::move(b));
     }
     q.finish();
     return books;
+}
+
+std::optional<QList<qint64>> BookStore::fetchKeys(const FetchRequest &request, QString *error)
+{
+    QVariantList binds;
+    FetchRequest plain = request;
+    plain.includesCovers = false;
+    const QString sql = selectSql(plain, QStringLiteral("b.pk"), binds, error);
+    QSqlQuery *q = sql.isEmpty() ? nullptr : run(sql, binds, error);
+    if (!q)
+        return std::nullopt;
+    QList<qint64> keys;
+    while (q->next())
+        keys.append(q->value(0).toLongLong());
+    q->finish();
+    return keys;
+}
+
+std::optional<QList<Books>> BookStore::fetchBooks(const QList<qint64> &keys, QString *error)
+{
+    if (keys.isEmpty())
+        return QList<Books>{};
+    // Rows come back in the store's order; the caller's order is put back after.
+    const QString sql = QStringLiteral("SELECT b.pk,%1,c.book IS NOT NULL,c.pictureImage FROM Books b "
+                                       "LEFT JOIN BooksPictureImage c ON c.book = b.pk WHERE b.pk IN (%2)")
+                            .arg(bookColumns(), QStringList(keys.size(), QStringLiteral("?")).join(u','));
+    QVariantList binds;
+    binds.reserve(keys.size());
+    for (qint64 k : keys)
+        binds << k;
+    QSqlQuery *q = run(sql, binds, error);
+    if (!q)
+        return std::nullopt;
+    auto rows = readBooks(*q, true);
+    QHash<qint64, qsizetype> position;
+    position.reserve(keys.size());
+    for (qsizetype i = 0; i < keys.size(); ++i)
+        position.insert(keys[i], i);
+    std::sort(rows->begin(), rows->end(),
+              [&](const Books &a, const Books &b) { return position.value(a.pk) < position.value(b.pk); });
+    return rows;
 }
 
 std::optional<int> BookStore::count(const FetchRequest &request, QString *error)
@@ -431,6 +482,7 @@ StoreResult BookStore::updateBook(const Books &book)
 
 StoreResult BookStore::setCover(qint64 pk, const Data &pictureImage)
 {
+    ++m_coverRevision;
     const QString sql = pictureImage
         ? QStringLiteral("INSERT OR REPLACE INTO BooksPictureImage (book, pictureImage) VALUES (?, ?)")
         : QStringLiteral("DELETE FROM BooksPictureImage WHERE book=?");
@@ -466,6 +518,7 @@ std::optional<QSet<qint64>> BookStore::coverKeys(QString *error)
 
 StoreResult BookStore::deleteBook(qint64 pk)
 {
+    ++m_coverRevision; // the key may be given to the next book inserted
     Transaction t(*this);
     for (const auto &sql : {QStringLiteral("DELETE FROM BooksPictureImage WHERE book=?"),
                             QStringLiteral("DELETE FROM Books WHERE pk=?")}) {
@@ -520,6 +573,17 @@ StoreResult BookStore::saveContext()
         return {};
     QSqlQuery q(m_db);
     if (!q.exec(QStringLiteral("PRAGMA wal_checkpoint(PASSIVE)")))
+        return {false, lastError(q)};
+    q.finish();
+    return {};
+}
+
+StoreResult BookStore::setAutoCheckpoint(int pages)
+{
+    if (!isOpen())
+        return {};
+    QSqlQuery q(m_db);
+    if (!q.exec(QStringLiteral("PRAGMA wal_autocheckpoint=%1").arg(std::max(pages, 0))))
         return {false, lastError(q)};
     q.finish();
     return {};

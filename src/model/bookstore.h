@@ -39,6 +39,10 @@ class BookStore
 {
 public:
     static constexpr int kSchemaVersion = 1;
+    // How long a write waits for another connection's lock before it fails.
+    static constexpr int kBusyTimeoutMs = 5000;
+    // SQLite's own default: the WAL is copied back after this many pages.
+    static constexpr int kAutoCheckpointPages = 1000;
 
     BookStore();
     ~BookStore();
@@ -47,13 +51,18 @@ public:
 
     // Opens (creating when missing) the store file. On failure the result
     // carries the description and `userInfo` the details for the fatal message.
-    StoreResult open(const QString &path, QString *userInfo = nullptr);
+    StoreResult open(const QString &path, QString *userInfo = nullptr, int busyTimeoutMs = kBusyTimeoutMs);
     bool isOpen() const;
     QString path() const { return m_path; }
 
     // Books
     std::optional<QList<Books>> fetchBooks(const FetchRequest &request, QString *error = nullptr);
     std::optional<int> count(const FetchRequest &request, QString *error = nullptr);
+    // The keys of the matching books in the request's order, so that a long
+    // walk over them can load the books a slice at a time.
+    std::optional<QList<qint64>> fetchKeys(const FetchRequest &request, QString *error = nullptr);
+    // The books with these keys, covers included, in the keys' order.
+    std::optional<QList<Books>> fetchBooks(const QList<qint64> &keys, QString *error = nullptr);
     StoreResult insertBook(Books &book); // sets book.pk
     StoreResult updateBook(const Books &book); // every attribute but the cover
     StoreResult setCover(qint64 pk, const Data &pictureImage);
@@ -61,6 +70,9 @@ public:
     // The keys of the books that have a cover, in one query (lists show a
     // picture only for those, without loading any).
     std::optional<QSet<qint64>> coverKeys(QString *error = nullptr);
+    // Changes whenever a cover is set, removed or deleted with its book, so that
+    // an image address carrying it never names an outdated picture.
+    quint64 coverRevision() const { return m_coverRevision; }
     StoreResult deleteBook(qint64 pk);
 
     // Reference lists (GenreList, RatingList, SeriesList)
@@ -72,8 +84,14 @@ public:
 
     // Nothing is ever left unsaved; this makes the WAL durable in the main file.
     StoreResult saveContext();
+    // How many WAL pages trigger a checkpoint; a long import raises it for a while.
+    StoreResult setAutoCheckpoint(int pages);
 
     QSqlDatabase &database() { return m_db; }
+
+    // Writes that failed since the store was opened: a caller that must not
+    // report success compares it before and after.
+    int failedWrites() const { return m_failedWrites; }
 
     // Groups writes into one transaction (nested ones become savepoints).
     class Transaction
@@ -102,12 +120,15 @@ private:
                       QString *error) const;
     static QString lastError(const QSqlQuery &q);
     static QVariantList bookValues(const Books &book);
+    std::optional<QList<Books>> readBooks(QSqlQuery &q, bool covers);
 
     QString m_connection;
     QString m_path;
     QSqlDatabase m_db;
     QHash<QString, QSqlQuery> m_statements;
     int m_transactionDepth = 0;
+    int m_failedWrites = 0;
+    quint64 m_coverRevision = 0;
 };
 
 } // namespace tomewise

@@ -1,5 +1,7 @@
 #include "desktopplatform.h"
 
+#include "model/coverimage.h"
+
 #include <QCameraDevice>
 #include <QClipboard>
 #include <QDesktopServices>
@@ -22,17 +24,42 @@ std::optional<QImage> DesktopPlatform::clipboardImage() const
     if (!app)
         return std::nullopt;
     const QMimeData *mime = QGuiApplication::clipboard()->mimeData();
-    if (!mime || !mime->hasImage())
+    if (!mime)
         return std::nullopt;
-    QImage image = qvariant_cast<QImage>(mime->imageData());
-    if (image.isNull())
-        return std::nullopt;
-    return image;
+    // Another program's clipboard is read only as PNG or JPEG bytes: asking Qt
+    // for "an image" would hand a PDF or SVG to its plugins.
+    for (const auto *type : {"image/png", "image/jpeg"}) {
+        if (mime->hasFormat(QLatin1String(type))) {
+            if (auto cover = CoverImage::decode(mime->data(QLatin1String(type))))
+                return cover.image;
+        }
+    }
+    // Data this program put there holds a picture already; only what the window
+    // system brings in from elsewhere is a QInternalMimeData that decodes on demand.
+    if (!mime->inherits("QInternalMimeData") && mime->hasImage()) {
+        QImage image = qvariant_cast<QImage>(mime->imageData());
+        if (!image.isNull())
+            return image;
+    }
+    return std::nullopt;
 }
 
 bool DesktopPlatform::canSendMail() const
 {
-    return !QStandardPaths::findExecutable(QStringLiteral("xdg-email")).isEmpty();
+    // xdg-email exists on every desktop but only reaches a mail program when
+    // one is registered for mailto: addresses.
+    if (QStandardPaths::findExecutable(QStringLiteral("xdg-email")).isEmpty())
+        return false;
+    QProcess query;
+    query.start(QStringLiteral("xdg-mime"),
+                {QStringLiteral("query"), QStringLiteral("default"), QStringLiteral("x-scheme-handler/mailto")});
+    if (!query.waitForFinished(3000)) {
+        query.kill();
+        query.waitForFinished(500);
+        return false;
+    }
+    return query.exitStatus() == QProcess::NormalExit && query.exitCode() == 0
+        && !query.readAllStandardOutput().trimmed().isEmpty();
 }
 
 void DesktopPlatform::composeMail(const MailDraft &draft)
@@ -50,8 +77,9 @@ void DesktopPlatform::composeMail(const MailDraft &draft)
 
 bool DesktopPlatform::canSendText() const
 {
-    // The desktop has no messages app; its share sheet stands in for one.
-    return true;
+    // The desktop has no messages app; our own share sheet stands in for one,
+    // and it needs a window to show in.
+    return qobject_cast<QGuiApplication *>(QCoreApplication::instance()) != nullptr;
 }
 
 void DesktopPlatform::composeMessage(const QString &body, const QList<QUrl> &attachments)

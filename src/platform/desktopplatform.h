@@ -5,7 +5,8 @@
 namespace tomewise {
 
 // Desktop stand-ins: the system clipboard, a real camera through Qt Multimedia,
-// the user's mail program through xdg-email, and a share sheet of our own.
+// the user's mail program through xdg-email when one is registered, and a
+// share sheet of our own.
 class DesktopPlatform : public PlatformServices
 {
     Q_OBJECT

@@ -2,6 +2,8 @@
 
 #include "app/log.h"
 
+#include <utility>
+
 namespace tomewise {
 
 ReferenceTableController::ReferenceTableController(ReferenceKind kind, AppDelegate *delegate, QObject *parent)
@@ -55,6 +57,8 @@ void ReferenceTableController::load()
 {
     m_list.clear();
     m_filteredList.clear();
+    if (m_deleted)
+        m_deleted->row = -1; // its row is gone with the old order; an undo loads again
     fetch();
     // The search text is not applied again: the whole list shows until it changes.
     m_filteredList = m_list;
@@ -169,11 +173,42 @@ void ReferenceTableController::deleteRow(int row)
     QList<ReferenceEntry> &source = searching() ? m_filteredList : m_list;
     if (row < 0 || row >= source.size())
         return;
-    const qint64 pk = source.at(row).pk;
-    logIfFailed(context().deleteEntry(m_info.entity, pk));
+    const ReferenceEntry entry = source.at(row);
+    const bool deleted = logIfFailed(context().deleteEntry(m_info.entity, entry.pk));
     app().saveContext();
     source.removeAt(row);
     m_rows.removeRowAt(row);
+    m_deleted.reset();
+    if (deleted) {
+        m_deleted = Deleted{entry, row, searching()};
+        Q_EMIT rowDeleted(entry.value.value_or(QString()));
+    }
+}
+
+void ReferenceTableController::undoDelete()
+{
+    if (!m_deleted)
+        return;
+    const Deleted deleted = *std::exchange(m_deleted, std::nullopt);
+    ReferenceEntry entry = deleted.entry;
+    if (!logIfFailed(context().insertEntry(m_info.entity, entry)))
+        return;
+    app().saveContext();
+    if (deleted.row < 0) {
+        load();
+        return;
+    }
+    // The entry comes back under a new key; the other array may still hold the old one.
+    for (auto *list : {&m_list, &m_filteredList}) {
+        for (auto &e : *list) {
+            if (e.pk == deleted.entry.pk)
+                e = entry;
+        }
+    }
+    QList<ReferenceEntry> &source = deleted.fromFiltered ? m_filteredList : m_list;
+    if (!source.contains(entry))
+        source.insert(qMin(deleted.row, int(source.size())), entry);
+    showRows();
 }
 
 } // namespace tomewise

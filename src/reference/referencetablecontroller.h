@@ -55,6 +55,8 @@ public:
     Q_INVOKABLE void didSelectRow(int row);
     // The trailing swipe's "delete".
     Q_INVOKABLE void deleteRow(int row);
+    // Puts the entry deleted last back, at the row it left.
+    Q_INVOKABLE void undoDelete();
     // Arriving back from the add or edit screen.
     Q_INVOKABLE void unwindToTableView();
     Q_INVOKABLE void viewWillDisappear();
@@ -63,6 +65,8 @@ Q_SIGNALS:
     void listReloaded();
     void searchTextChanged();
     void selectedNameChanged();
+    // An entry left the list; the page offers to undo it.
+    void rowDeleted(const QString &name);
 
 private:
     void load();
@@ -82,6 +86,13 @@ private:
     QString m_searchText;
     Text m_selectedName;
     Text m_passedEntry;
+    struct Deleted
+    {
+        ReferenceEntry entry;
+        int row = 0; // -1 once the list has loaded again
+        bool fromFiltered = false;
+    };
+    std::optional<Deleted> m_deleted;
 };
 
 } // namespace tomewise

@@ -1,4 +1,5 @@
 // The export file, its import, their screens and their commands.
+#include "app/mainmenuviewcontroller.h"
 #include "exchange/exportfilewriter.h"
 #include "exchange/exportviewcontroller.h"
 #include "exchange/importfilereader.h"
@@ -10,6 +11,7 @@
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QProcess>
 #include <QSignalSpy>
@@ -65,6 +67,18 @@ QByteArray readFile(const QString &path)
 {
     QFile f(path);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+// The export file of a library, and its display text.
+std::pair<QByteArray, QString> exported(TestApp &t)
+{
+    QByteArray bytes;
+    QBuffer out(&bytes);
+    out.open(QIODevice::WriteOnly);
+    ExportFileWriter writer(t.store(), t.app().dateText(), &out);
+    if (!writer.run(nullptr))
+        return {};
+    return {bytes, writer.displayText()};
 }
 
 // The attributes a book holds, for comparing records at a glance.
@@ -134,6 +148,9 @@ private Q_SLOTS:
     void import_data();
     void import();
     void importingTwiceKeepsTheCount();
+    void eachRecordIsSavedOnItsOwn_data();
+    void eachRecordIsSavedOnItsOwn();
+    void overlongLineIsPassedOver();
     void importScreenStates();
     void roundTrip();
     void commandLine();
@@ -144,16 +161,14 @@ void TestExchange::writerMatchesGoldenFiles()
     TestApp t;
     for (const auto &b : goldenLibrary())
         t.insert(b);
-    ExportFileWriter writer(t.store(), t.app().dateText());
-    QString error;
-    QVERIFY2(writer.run(&error), qPrintable(error));
+    const auto [data, displayText] = exported(t);
     const QByteArray golden = readFile(QStringLiteral(TOMEWISE_TEST_DATA "/exchange/golden.csv"));
     const QByteArray goldenDisplay = readFile(QStringLiteral(TOMEWISE_TEST_DATA "/exchange/golden_display.txt"));
-    QCOMPARE(writer.data(), golden);
-    QCOMPARE(writer.displayText().toUtf8(), goldenDisplay);
+    QCOMPARE(data, golden);
+    QCOMPARE(displayText.toUtf8(), goldenDisplay);
     // The all-absent book's line, and no trailing separator in the display.
-    QVERIFY(writer.data().contains("\n^^^^0^^^0^^^0^0^^^0^0^^^\n"));
-    const QStringList display = writer.displayText().split(u'\n');
+    QVERIFY(data.contains("\n^^^^0^^^0^^^0^0^^^0^0^^^\n"));
+    const QStringList display = displayText.split(u'\n');
     QCOMPARE(display[0].count(u','), 17);
     QVERIFY(display[1].endsWith(QStringLiteral(",9780441013593,Deluxe, Edition")));
 }
@@ -165,7 +180,7 @@ void TestExchange::emptyLibrary()
     ExportViewController screen(&t.app());
     screen.viewDidLoad();
     screen.CreateUpdateFile();
-    QCOMPARE(screen.dataBytes(), QByteArray("[TOMEWISE]\n"));
+    QCOMPARE(readFile(screen.dataFilePath()), QByteArray("[TOMEWISE]\n"));
     QCOMPARE(screen.DataDisplayString(), QString());
     QTRY_COMPARE(screen.alertTitle(), QStringLiteral("Data Export"));
     QCOMPARE(screen.alertMessage(), QStringLiteral("Process Complete - File Ready to Save To Files or Email"));
@@ -232,9 +247,7 @@ void TestExchange::coverField()
     Books b = book(QStringLiteral("T"), QStringLiteral("A"));
     b.pictureImage = QByteArray("not a picture");
     t.insert(b);
-    ExportFileWriter writer(t.store(), t.app().dateText());
-    QVERIFY(writer.run(nullptr));
-    QCOMPARE(writer.data(), QByteArray("[TOMEWISE]\nA^^^^0^^^0^T^^0^0^^^0^0^^^\n"));
+    QCOMPARE(exported(t).first, QByteArray("[TOMEWISE]\nA^^^^0^^^0^T^^0^0^^^0^0^^^\n"));
 }
 
 void TestExchange::saveAndMail()
@@ -244,18 +257,42 @@ void TestExchange::saveAndMail()
     ExportViewController screen(&t.app());
     screen.viewDidLoad();
     screen.CreateUpdateFile();
-    const QString path = QDir(QDir::tempPath()).filePath(QStringLiteral("Tomewise.csv"));
+    // Staged in a folder of the user's own, never a fixed name in the shared temp folder.
+    const QString path = screen.dataFilePath();
+    const QFileInfo folder(QFileInfo(path).path());
+    QCOMPARE(QFileInfo(path).fileName(), QStringLiteral("Tomewise.csv"));
+    QVERIFY(folder.absoluteFilePath() != QFileInfo(QDir::tempPath()).absoluteFilePath());
+    QCOMPARE(folder.permissions() & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther
+                                     | QFile::ExeGroup | QFile::ExeOther),
+             QFile::Permissions());
+    const QByteArray data = readFile(path);
+    QVERIFY(data.startsWith("[TOMEWISE]\nFrank Herbert^"));
 
     screen.SaveToFiles();
-    QCOMPARE(readFile(path), screen.dataBytes());
     QCOMPARE(t.platform().shares.size(), 1);
     QCOMPARE(t.platform().shares[0].files, QList<QUrl>{QUrl::fromLocalFile(path)});
     QCOMPARE(t.platform().shares[0].excludedActivities.size(), 9);
 
-    QFile::remove(path);
+    // The save dialog: a new file is written and named; an existing one only after Yes.
+    QTemporaryDir dir;
+    const QString target = dir.filePath(QStringLiteral("mine.csv"));
+    screen.saveCopy(QUrl::fromLocalFile(target));
+    QCOMPARE(readFile(target), data);
+    QCOMPARE(screen.alertMessage(), QStringLiteral("The export file was saved to ") + target);
+    writeTemp(dir, QStringLiteral("mine.csv"), "keep");
+    screen.saveCopy(QUrl::fromLocalFile(target));
+    QCOMPARE(screen.alertMessage(), QStringLiteral("“mine.csv” already exists. Replace it?"));
+    screen.answerAlert(1);
+    QCOMPARE(readFile(target), QByteArray("keep"));
+    screen.saveCopy(QUrl::fromLocalFile(target));
+    screen.answerAlert(0);
+    QCOMPARE(readFile(target), data);
+    screen.saveCopy(QUrl::fromLocalFile(dir.filePath(QStringLiteral("no/such/folder/x.csv"))));
+    QCOMPARE(screen.alertTitle(), QStringLiteral("Data Export Error"));
+    QVERIFY(screen.alertMessage().startsWith(QStringLiteral("Export failed with error: ")));
+
     screen.WriteTextFile();
-    QCOMPARE(readFile(path), screen.dataBytes());
-    QCOMPARE(screen.exportText(), screen.DataString());
+    QCOMPARE(screen.exportText().toUtf8(), data);
     QCOMPARE(t.platform().mails.size(), 1);
     const MailDraft &mail = t.platform().mails[0];
     QCOMPARE(mail.subject, QStringLiteral("Tomewise Update Text File"));
@@ -330,9 +367,17 @@ void TestExchange::import_data()
         << "Data Import Completed"
         << QStringList{"author=A|dateRead=2021-03-07T17:45:00Z|name=T", "author=B|dateRead=2021-03-07T18:45:00Z|name=U"};
     QTest::newRow("short and long lines")
-        << QList<Books>{} << QByteArray("[TOMEWISE]\nA^F\nB^^^^^^^^U^^^^^^^^^^TQ==^extra^more\n")
+        << QList<Books>{} << QByteArray("[TOMEWISE]\nA^F^^^^^^^T\nB^^^^^^^^U^^^^^^^^^^TQ==^extra^more\n")
         << "Data Import Completed"
-        << QStringList{"author=A|bookFormat=F", "author=B|name=U|pictureImage=1 bytes"};
+        << QStringList{"author=A|bookFormat=F|name=T", "author=B|name=U|pictureImage=1 bytes"};
+    static constexpr char nameless[] = "x\n[TOMEWISE]\n\0\0\0\n^^^^^^^^T\nA^^^^^^^^\"\"\n \t^^^^^^^^T\nA^^^^^^^^T\n";
+    const QString leftOut = QStringLiteral("Data Import Completed\n%1 records without a title or an author were left out.");
+    QTest::newRow("lines without a title or an author are left out")
+        << QList<Books>{} << QByteArray(nameless, sizeof(nameless) - 1)
+        << leftOut.arg(5) << QStringList{"author=A|name=T"};
+    QTest::newRow("a known book keeps its title and author")
+        << QList<Books>{noted} << QByteArray("[TOMEWISE]\nFrank Herbert^^^^^^^^Dune^^^^^^^^^^^\n")
+        << "Data Import Completed" << QStringList{describe(noted)};
     QTest::newRow("cover without padding is refused")
         << QList<Books>{} << QByteArray("[TOMEWISE]\nB^^^^^^^^U^^^^^^^^^^TQ\n") << "Data Import Completed"
         << QStringList{"author=B|name=U"};
@@ -355,6 +400,9 @@ void TestExchange::import()
     QCOMPARE(screen.alertTitle(), QStringLiteral("Data Import"));
     QCOMPARE(screen.alertMessage(), message);
     QCOMPARE(describeAll(t.allBooks()), after);
+    // Whatever the file held, the library starts again.
+    MainMenuViewController menu(&t.app());
+    menu.viewDidLoad();
     screen.answerAlert(0);
     QCOMPARE(unwinds.size(), 1);
     QCOMPARE(unwinds[0][0].toString(), QStringLiteral("unwindToMenu"));
@@ -369,11 +417,66 @@ void TestExchange::importingTwiceKeepsTheCount()
     for (int round = 0; round < 2; ++round) {
         ImportViewController screen(&t.app());
         importThroughScreen(t.app(), golden, screen);
-        QCOMPARE(screen.alertMessage(), QStringLiteral("Data Import Completed"));
+        QCOMPARE(screen.alertMessage(),
+                 QStringLiteral("Data Import Completed\n1 record without a title or an author was left out."));
     }
-    // Only the two Jane Austen "Emma"s are skipped (two matches); the all-absent
-    // book never matches, since an absent author equals nothing, so it comes back.
-    QCOMPARE(t.allBooks().size(), goldenLibrary().size() + 2);
+    // The two Jane Austen "Emma"s are skipped (two matches); the all-absent
+    // book's line would make a book without title or author, so it is left out.
+    QCOMPARE(t.allBooks().size(), goldenLibrary().size());
+}
+
+void TestExchange::eachRecordIsSavedOnItsOwn_data()
+{
+    QTest::addColumn<int>("stopAfter"); // 0: never
+    QTest::newRow("stopped after 3 of 6") << 3;
+    QTest::newRow("all 6") << 0;
+}
+
+void TestExchange::eachRecordIsSavedOnItsOwn()
+{
+    QFETCH(int, stopAfter);
+    TestApp t;
+    QByteArray file("[TOMEWISE]\n");
+    for (int i = 1; i <= 6; ++i)
+        file += "Author^^^^^^^^Title " + QByteArray::number(i) + '\n';
+    BookStore other;
+    QVERIFY(other.open(t.store().path()));
+    ImportFileReader reader(t.store(), t.app().dateText());
+    QList<int> seen;
+    reader.setSavedHook([&](int saved) {
+        // Another connection sees each record as soon as it is saved...
+        seen << other.count(FetchRequest{}).value_or(-1);
+        // ...and the next line finds a book that connection has just added.
+        if (saved == 1) {
+            Books b = book(QStringLiteral("Title 2"), QStringLiteral("Author"));
+            other.insertBook(b);
+        }
+        return saved != stopAfter;
+    });
+    QBuffer in(&file);
+    in.open(QIODevice::ReadOnly);
+    reader.run(&in);
+    const int saved = stopAfter ? stopAfter : 6;
+    QList<int> expected;
+    for (int i = 1; i <= saved; ++i)
+        expected << i;
+    QCOMPARE(seen, expected);
+    QCOMPARE(std::pair(reader.inserted(), reader.updated()), std::pair(saved - 1, 1));
+    QCOMPARE(t.allBooks().size(), saved);
+}
+
+void TestExchange::overlongLineIsPassedOver()
+{
+    TestApp t;
+    QByteArray file = "[TOMEWISE]\nA^^^^^^^^T\nB^^^^^^^^U^^^^^^^^^^";
+    file += QByteArray(ImportFileReader::kMaxLineBytes + 1, 'A');
+    file += "\nC^^^^^^^^V\n";
+    QBuffer in(&file);
+    in.open(QIODevice::ReadOnly);
+    ImportFileReader reader(t.store(), t.app().dateText());
+    reader.run(&in);
+    QCOMPARE(std::pair(reader.inserted(), reader.failed()), std::pair(2, 1));
+    QCOMPARE(reader.notSaved().value(0).line, 3);
 }
 
 void TestExchange::importScreenStates()
@@ -403,6 +506,13 @@ void TestExchange::importScreenStates()
     screen.documentPicker(QUrl::fromLocalFile(writeTemp(dir, QStringLiteral("x.csv"), "[TOMEWISE]\nA^^^^^^^^T\n")));
     QCOMPARE(screen.alertTitle(), QStringLiteral("Data Import"));
     QCOMPARE(screen.importText(), QStringLiteral("[TOMEWISE]\nA^^^^^^^^T\n"));
+    // A file is shown from its beginning only, however long it is.
+    QByteArray big("[TOMEWISE]\n");
+    big += QByteArray(ImportViewController::kShownChars, 'A');
+    screen.viewDidLoad();
+    screen.documentPicker(QUrl::fromLocalFile(writeTemp(dir, QStringLiteral("big.csv"), big)));
+    QCOMPARE(screen.importText().size(), ImportViewController::kShownChars + 2);
+    QVERIFY(screen.importText().endsWith(QStringLiteral("A\n…")));
     QCOMPARE(std::pair(screen.loadFileButtonEnabled(), screen.importButtonEnabled()), std::pair(false, true));
 }
 
@@ -420,15 +530,15 @@ void TestExchange::roundTrip()
     library.last().dateRead = at(1869, 6, 1, 12, 0, 0, "Europe/Moscow");
     for (const auto &b : library)
         source.insert(b);
-    ExportFileWriter writer(source.store(), source.app().dateText());
-    QVERIFY(writer.run(nullptr));
+    const QByteArray file = exported(source).first;
 
     TestApp target(QByteArrayLiteral("Pacific/Auckland"));
     ImportFileReader reader(target.store(), target.app().dateText());
-    reader.run(QString::fromUtf8(writer.data()));
+    reader.run(QString::fromUtf8(file));
     QCOMPARE(reader.wrongFile(), int(ImportFileReader::No));
 
     QList<Books> expected = source.allBooks();
+    expected.removeIf([](const Books &b) { return !b.name; }); // left out: no title
     QList<Books> actual = target.allBooks();
     QCOMPARE(actual.size(), expected.size());
     auto key = [](const Books &b) { return b.name.value_or(QString()) + b.author.value_or(QString()) + b.dt.value_or(QString()); };
@@ -475,7 +585,7 @@ void TestExchange::commandLine()
     const QString golden = QStringLiteral(TOMEWISE_TEST_DATA "/exchange/golden.csv");
     QByteArray out;
     QCOMPARE(cli(from.path(), {QStringLiteral("import"), golden}, &out), 0);
-    QCOMPARE(out, QByteArray("Data Import: Data Import Completed\n"));
+    QCOMPARE(out, QByteArray("Data Import: Data Import Completed\n1 record without a title or an author was left out.\n"));
     const QString file = to.filePath(QStringLiteral("copy.csv"));
     QCOMPARE(cli(from.path(), {QStringLiteral("export"), file}), 0);
     QCOMPARE(cli(from.path(), {QStringLiteral("export")}, &out), 0);

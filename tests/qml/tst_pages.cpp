@@ -3,7 +3,9 @@
 #include "support/imagefixtures.h"
 #include "support/testapp.h"
 
+#include <QDate>
 #include <QDir>
+#include <QLocale>
 #include <QPainter>
 #include <QQmlContext>
 #include <QQmlEngine>
@@ -26,13 +28,26 @@ public:
     }
 };
 
-// Books for the list pages: titles across the alphabet, most with a cover.
+// Books put straight into the store of the file's application, with a cover.
 class Library : public QObject
 {
     Q_OBJECT
 public:
-    explicit Library(tomewise::test::TestApp *&app) : m_app(app) {}
-
+    tomewise::test::TestApp *app = nullptr;
+    // `read` is the day finished, as the start-up's date repair reads it.
+    Q_INVOKABLE int addBook(const QString &name, const QString &author, const QString &notes, const QDate &read)
+    {
+        auto b = tomewise::test::book(name, author);
+        b.notes = notes;
+        b.year = qint16(read.year());
+        b.month = qint16(read.month());
+        b.day = qint16(read.day());
+        b.dt = QLocale(QLocale::English, QLocale::UnitedStates).toString(read, QStringLiteral("MMM d, yyyy"));
+        b.pictureImage = tomewise::test::encode(tomewise::test::coverImage(QSize(125, 180)), "JPEG", 80);
+        return int(app->insert(b).pk);
+    }
+    Q_INVOKABLE int bookCount() { return int(app->allBooks(false).size()); }
+    // Titles across the alphabet, most with a cover, for the book lists.
     Q_INVOKABLE int seed() const
     {
         static const char *const books[][2]{
@@ -49,7 +64,7 @@ public:
             {"Zorba the Greek", "Nikos Kazantzakis"}, {"1984", "George Orwell"}, {"2001: A Space Odyssey", "Arthur C. Clarke"},
             {"¡Ay, Carmela!", "José Sanchis Sinisterra"}};
         static const QColor shades[]{"#7b3f2f", "#2f4f7b", "#3f6b4f", "#6b4f8b", "#8b6b2f", "#2f6b6b", "#8b2f4f"};
-        const auto &dates = m_app->app().dateText();
+        const auto &dates = app->app().dateText();
         int i = 0;
         for (const auto &[title, author] : books) {
             tomewise::Books b = tomewise::test::book(QString::fromUtf8(title), QString::fromUtf8(author));
@@ -76,14 +91,11 @@ public:
                 p.end();
                 b.pictureImage = tomewise::test::encode(cover, "jpeg", 85);
             }
-            m_app->insert(b);
+            app->insert(b);
             ++i;
         }
         return i;
     }
-
-private:
-    tomewise::test::TestApp *&m_app;
 };
 
 // Each test file gets a fresh engine and a fresh application over a scratch folder.
@@ -105,10 +117,10 @@ public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine *engine)
     {
         m_app = std::make_unique<tomewise::test::TestApp>();
-        m_appPointer = m_app.get();
         tomewise::installImageProviders(*engine, m_app->app());
         engine->rootContext()->setContextProperty(QStringLiteral("testApp"), &m_app->app());
         engine->rootContext()->setContextProperty(QStringLiteral("shots"), &m_shots);
+        m_library.app = m_app.get();
         engine->rootContext()->setContextProperty(QStringLiteral("library"), &m_library);
     }
 
@@ -116,8 +128,7 @@ private:
     std::unique_ptr<tomewise::test::BooksApiServer> m_server;
     std::unique_ptr<tomewise::test::TestApp> m_app;
     Shots m_shots;
-    tomewise::test::TestApp *m_appPointer = nullptr;
-    Library m_library{m_appPointer};
+    Library m_library;
 };
 
 QUICK_TEST_MAIN_WITH_SETUP(pages, Setup)

@@ -17,6 +17,8 @@ TestApp::TestApp(const QByteArray &timeZone, const QDateTime &now, double delayS
     m_platform = platform.get();
     options.platform = std::move(platform);
     options.delayScale = delayScale;
+    // Tests reopen a folder in the same process and run the command line on it.
+    options.lockLibrary = false;
     m_app = std::make_unique<AppDelegate>(std::move(options));
 }
 
@@ -29,6 +31,7 @@ std::unique_ptr<AppDelegate> TestApp::relaunch(const QByteArray &timeZone) const
     options.clock = std::make_unique<FixedClock>(m_clock->now());
     options.platform = std::make_unique<RecordingPlatform>();
     options.delayScale = 0;
+    options.lockLibrary = false;
     return std::make_unique<AppDelegate>(std::move(options));
 }
 

@@ -1,0 +1,177 @@
+// One library, several processes: a store busy with another connection's
+// write and a library held by another Tomewise, seen from the command line.
+#include "support/testapp.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace tomewise;
+using namespace tomewise::test;
+
+namespace {
+
+struct Run
+{
+    int status = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+void startCli(QProcess &p, const QString &dataDir, const QStringList &args, int busyTimeoutMs)
+{
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("TOMEWISE_BUSY_TIMEOUT_MS"), QString::number(busyTimeoutMs));
+    p.setProcessEnvironment(env);
+    p.start(QStringLiteral(TOMEWISE_CLI), QStringList{QStringLiteral("--data-dir"), dataDir} + args);
+}
+
+Run cli(const QString &dataDir, const QStringList &args, int busyTimeoutMs = 200)
+{
+    QProcess p;
+    startCli(p, dataDir, args, busyTimeoutMs);
+    p.waitForFinished(60000);
+    return {p.exitCode(), p.readAllStandardOutput(), p.readAllStandardError()};
+}
+
+// Another connection holding the store's write lock until it goes.
+class WriteLock
+{
+public:
+    explicit WriteLock(const QString &path)
+    {
+        auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("holder"));
+        db.setDatabaseName(path);
+        QVERIFY(db.open());
+        QVERIFY(QSqlQuery(db).exec(QStringLiteral("BEGIN IMMEDIATE")));
+    }
+    ~WriteLock()
+    {
+        {
+            auto db = QSqlDatabase::database(QStringLiteral("holder"));
+            QSqlQuery(db).exec(QStringLiteral("ROLLBACK"));
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("holder"));
+    }
+};
+
+// Starts a process that holds the library while it waits on the busy store,
+// and waits until it has taken the lock.
+void startHolder(QProcess &p, TestApp &t)
+{
+    startCli(p, t.dataDirectory(), {"book", "add", "--title", "Dune", "--author", "Frank Herbert"}, 6000);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(t.dataDirectory() + QStringLiteral("/Tomewise.lock")), 5000);
+}
+
+int bookCount(TestApp &t)
+{
+    return int(t.allBooks(false).size());
+}
+
+} // namespace
+
+class TestLibrary : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void busyStoreFailsLoudly_data();
+    void busyStoreFailsLoudly();
+    void secondProcessIsRefused();
+    void staleLockIsTakenOver();
+};
+
+void TestLibrary::busyStoreFailsLoudly_data()
+{
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<QByteArray>("named"); // what stderr must name as not saved
+
+    QTest::newRow("book add") << QStringList{"book", "add", "--title", "Dune", "--author", "Frank Herbert"}
+                              << QByteArray("Not saved: \"Dune\"");
+    QTest::newRow("book edit") << QStringList{"book", "edit", "--index", "0", "--pages", "12"}
+                               << QByteArray("Not saved: the changes to the book");
+    QTest::newRow("book delete") << QStringList{"book", "delete", "--index", "0"} << QByteArray("Not deleted: ");
+    QTest::newRow("import") << QStringList{"import", "@file"}
+                            << QByteArray("Not saved: line 3, \"Emma\" by \"Jane Austen\": ");
+}
+
+void TestLibrary::busyStoreFailsLoudly()
+{
+    QFETCH(QStringList, args);
+    QFETCH(QByteArray, named);
+    TestApp t;
+    t.insert(book(QStringLiteral("Persuasion"), QStringLiteral("Jane Austen")));
+    QTemporaryDir dir;
+    QFile file(dir.filePath(QStringLiteral("in.csv")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[TOMEWISE]\nFrank Herbert^^^^^^^^Dune\nJane Austen^^^^^^^^Emma\n");
+    file.close();
+    args.replaceInStrings(QStringLiteral("@file"), file.fileName());
+
+    const Run busy = [&] {
+        WriteLock lock(t.store().path());
+        return cli(t.dataDirectory(), args);
+    }();
+    QCOMPARE(busy.status, 1);
+    QVERIFY2(busy.err.contains(named), busy.err.constData());
+    QVERIFY2(busy.err.contains("database is locked"), busy.err.constData()); // the store's log line
+    QVERIFY(!busy.out.startsWith("Saved") && !busy.out.startsWith("Deleted"));
+    QCOMPARE(bookCount(t), 1);
+    if (args.first() == u"import")
+        QVERIFY(busy.out.contains("2 records could not be saved."));
+
+    // Once the store is free, the same command goes through.
+    const Run free = cli(t.dataDirectory(), args);
+    QCOMPARE(free.status, 0);
+}
+
+void TestLibrary::secondProcessIsRefused()
+{
+    TestApp t;
+    t.insert(book(QStringLiteral("Persuasion"), QStringLiteral("Jane Austen")));
+    // The first process waits on a busy store, holding the library meanwhile.
+    WriteLock lock(t.store().path());
+    QProcess first;
+    startHolder(first, t);
+
+    QElapsedTimer waited;
+    waited.start();
+    const Run second = cli(t.dataDirectory(), {"book", "add", "--title", "Emma", "--author", "Jane Austen"});
+    QCOMPARE(second.status, 3);
+    QVERIFY(waited.elapsed() >= 1500); // it waits a little first
+    const QByteArray message = QStringLiteral("The library %1 is in use by another Tomewise (pid %2)\n")
+                                   .arg(t.dataDirectory())
+                                   .arg(first.processId())
+                                   .toUtf8();
+    QCOMPARE(second.err, message);
+    QVERIFY(first.waitForFinished(20000));
+    QCOMPARE(first.exitCode(), 1);
+    QCOMPARE(bookCount(t), 1);
+}
+
+void TestLibrary::staleLockIsTakenOver()
+{
+    TestApp t;
+    t.insert(book(QStringLiteral("Persuasion"), QStringLiteral("Jane Austen")));
+    {
+        // A process killed while it held the library leaves its lock file behind.
+        WriteLock lock(t.store().path());
+        QProcess killed;
+        startHolder(killed, t);
+        killed.kill();
+        QVERIFY(killed.waitForFinished(5000));
+    }
+    QVERIFY(QFile::exists(t.dataDirectory() + QStringLiteral("/Tomewise.lock")));
+    const Run next = cli(t.dataDirectory(), {"book", "add", "--title", "Emma", "--author", "Jane Austen"});
+    QCOMPARE(next.status, 0);
+    QCOMPARE(bookCount(t), 2);
+}
+
+QTEST_MAIN(TestLibrary)
+#include "tst_library.moc"
