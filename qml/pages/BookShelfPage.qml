@@ -18,38 +18,21 @@ ScreenPage {
         id: ctl
         appDelegate: page.appDelegate
         onNavigate: target => page.openPage(target)
+        onRowDeleted: name => notice.show("Deleted \u201c" + name + "\u201d", "Undo", () => ctl.undoDelete())
     }
+    Notice { id: notice }
     Component.onCompleted: {
         const last = ctl.lastPresentation()
         ctl.mode = page.initialMode !== "" ? page.initialMode : (last === "cards" ? "az" : last)
         ctl.viewDidLoad()
     }
     StackView.onActivating: ctl.viewWillAppear()
+    StackView.onDeactivating: notice.close()
 
     function choose(presentation) {
         const target = ctl.choosePresentation(presentation)
         if (target !== "BookShelf")
             page.StackView.view.replace(Pages.url(target), { appDelegate: page.appDelegate, pageTarget: target })
-    }
-
-    // Asks before a book goes: a delete cannot be taken back.
-    function confirmDelete(row, title) {
-        deleteDialog.row = row
-        deleteDialog.bookTitle = title
-        deleteDialog.open()
-    }
-
-    Dialog {
-        id: deleteDialog
-        objectName: "deleteDialog"
-        property int row: -1
-        property string bookTitle
-        anchors.centerIn: parent
-        modal: true
-        title: "Delete Book"
-        Label { text: "Delete \u201C" + deleteDialog.bookTitle + "\u201D?"; wrapMode: Text.Wrap; width: 260 }
-        standardButtons: Dialog.Yes | Dialog.No
-        onAccepted: ctl.deleteRow(row)
     }
 
     ColumnLayout {
@@ -120,7 +103,7 @@ ScreenPage {
                         color: Theme.accent
                     }
                 }
-                delegate: SwipeDelegate {
+                delegate: SwipeRow {
                     id: row
                     required property int index
                     required property string title
@@ -132,7 +115,8 @@ ScreenPage {
                     width: ListView.view.width
                     height: pictures ? 132 : 58
                     padding: 0
-                    onClicked: ctl.selectRow(index)
+                    onTapped: ctl.selectRow(index)
+                    onDeleteRequested: ctl.deleteRow(index)
                     background: Rectangle {
                         color: row.down ? Qt.darker(Theme.paper, 1.08) : Theme.paper
                         Rectangle {
@@ -145,7 +129,7 @@ ScreenPage {
                     }
                     contentItem: RowLayout {
                         spacing: 12
-                        Item { Layout.preferredWidth: row.pictures ? 4 : 4 }
+                        Item { Layout.preferredWidth: 4 }
                         CoverThumb {
                             visible: row.pictures
                             Layout.preferredWidth: 80
@@ -187,14 +171,6 @@ ScreenPage {
                                 color: Theme.muted
                             }
                         }
-                    }
-                    swipe.right: Rectangle {
-                        width: 90
-                        height: row.height
-                        anchors.right: parent.right
-                        color: "#d32f2f"
-                        Label { anchors.centerIn: parent; text: "delete"; color: "white"; font.bold: true }
-                        TapHandler { onTapped: { row.swipe.close(); ctl.deleteRow(row.index) } }
                     }
                 }
             }
@@ -282,8 +258,17 @@ ScreenPage {
                     height: grid.cellHeight
                     padding: 5
                     onClicked: ctl.selectRow(index)
-                    onPressAndHold: page.confirmDelete(index, title)
+                    onPressAndHold: cellMenu.popup(cell, pressX, pressY)
                     background: null
+                    // A cover has no room to swipe: a long press or a right click offers delete.
+                    TapHandler {
+                        acceptedButtons: Qt.RightButton
+                        onTapped: eventPoint => cellMenu.popup(cell, eventPoint.position.x, eventPoint.position.y)
+                    }
+                    Menu {
+                        id: cellMenu
+                        MenuItem { text: "delete"; onTriggered: ctl.deleteRow(cell.index) }
+                    }
                     contentItem: ColumnLayout {
                         spacing: 4
                         CoverThumb {
