@@ -108,6 +108,14 @@ QQuickImageResponse *CoverImageProvider::requestImageResponse(const QString &id,
     return response;
 }
 
+QImage CoverImageProvider::requestImage(const QString &id, QSize *size, const QSize &requestedSize)
+{
+    const QImage image = load(id, requestedSize);
+    if (size)
+        *size = image.size();
+    return image;
+}
+
 QImage CoverImageProvider::load(const QString &id, const QSize &requestedSize)
 {
     const QString key = id + u'@' + QString::number(requestedSize.width()) + u'x'

@@ -23,6 +23,8 @@ public:
     ~CoverImageProvider() override;
 
     QQuickImageResponse *requestImageResponse(const QString &id, const QSize &requestedSize) override;
+    // The same picture at once, for callers outside a view.
+    QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;
 
     // Reads and decodes one cover; callable from any thread.
     QImage load(const QString &id, const QSize &requestedSize);
