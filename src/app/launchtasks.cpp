@@ -107,7 +107,11 @@ bool prepareAhead(BookStore &store)
              "CREATE TRIGGER IF NOT EXISTS CoverReencodeAhead_update AFTER UPDATE ON BooksPictureImage "
              "BEGIN DELETE FROM CoverReencodeAhead WHERE book = OLD.book OR book = NEW.book; END",
              "CREATE TRIGGER IF NOT EXISTS CoverReencodeAhead_delete AFTER DELETE ON BooksPictureImage "
-             "BEGIN DELETE FROM CoverReencodeAhead WHERE book = OLD.book; END"}) {
+             "BEGIN DELETE FROM CoverReencodeAhead WHERE book = OLD.book; END",
+             // The book lists' first show, latest read first with ties in store
+             // order, read straight off one index (made here, where the start
+             // writes anyway, rather than when a list opens).
+             "CREATE INDEX IF NOT EXISTS Books_dateRead_desc ON Books(dateRead DESC, pk)"}) {
         if (!q.exec(QLatin1String(sql))) {
             qCWarning(lcStore).noquote() << q.lastError().text();
             return false;

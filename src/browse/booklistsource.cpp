@@ -86,11 +86,6 @@ const QStringList &knownTextColumns()
 BookListSource::BookListSource(BookStore &store)
     : m_store(store)
 {
-    // The first show of the cards and the pictures: latest read first, ties
-    // in store order, read straight off one index.
-    QSqlQuery q(m_store.database());
-    if (!q.exec(QStringLiteral("CREATE INDEX IF NOT EXISTS Books_dateRead_desc ON Books(dateRead DESC, pk)")))
-        qCWarning(lcStore).noquote() << q.lastError().text();
 }
 
 std::optional<std::vector<qint64>> BookListSource::keys(const QList<SortDescriptor> &order, QString *error)
