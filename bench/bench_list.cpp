@@ -1,11 +1,15 @@
-// The list-style list over synthetic libraries: the fetch that fills it and one
-// search keystroke, against the sqlite3 shell running the same query.
+// Every book list over synthetic libraries: opening it, one search keystroke,
+// a jump to the middle (the A-Z index to "M", a scroll to the middle row) and
+// the memory it takes, beside the sqlite3 shell running the same window
+// query: usage bench_list [BOOKS...]
 #include "app/appdelegate.h"
+#include "browse/bookshelfviewcontroller.h"
 #include "browse/liststyletableviewcontroller.h"
 #include "platform/recordingplatform.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -50,15 +54,61 @@ double ms(QElapsedTimer &t)
     return double(t.nsecsElapsed()) / 1e6;
 }
 
+// A /proc/self/status figure in MB ("VmRSS", "VmHWM").
+double memoryMb(const char *field)
+{
+    QFile f(QStringLiteral("/proc/self/status"));
+    if (!f.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray &line : f.readAll().split('\n')) {
+        if (line.startsWith(field))
+            return line.mid(int(qstrlen(field)) + 1).trimmed().split(' ').first().toDouble() / 1024.0;
+    }
+    return 0;
+}
+
+// What a screen shows after a jump: one screenful of rows read.
+template <typename Model>
+void readScreen(Model &model, int from)
+{
+    for (int row = from; row < std::min(model.rowCount(), from + 16); ++row) {
+        const QModelIndex index = model.index(row);
+        for (const int role : model.roleNames().keys())
+            model.data(index, role);
+    }
+}
+
+// The window query in the sqlite3 shell: every key in order, then one screen of rows.
+double shellWindow(const QString &sqlite, const QString &store, const QString &order, int middle)
+{
+    if (sqlite.isEmpty())
+        return 0;
+    QProcess p;
+    QElapsedTimer t;
+    t.start();
+    p.start(sqlite, {store, QStringLiteral("SELECT count(*) FROM (SELECT pk FROM Books ORDER BY %1, pk); "
+                                           "SELECT * FROM Books ORDER BY %1, pk LIMIT 16 OFFSET %2;")
+                                .arg(order)
+                                .arg(middle)});
+    p.waitForFinished(-1);
+    p.readAllStandardOutput();
+    return ms(t);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const QString sqlite = QStandardPaths::findExecutable(QStringLiteral("sqlite3"));
-    std::printf("%8s  %10s  %10s  %10s  %10s  %10s\n", "books", "fetch ms", "sqlite3 ms", "ratio", "key date ms",
-                "key author");
-    for (int count : {10000, 100000}) {
+    QList<int> counts;
+    for (int i = 1; i < argc; ++i)
+        counts << QString::fromLatin1(argv[i]).toInt();
+    if (counts.isEmpty())
+        counts = {10000, 100000};
+    std::printf("%7s  %-9s %9s %9s %9s %9s %11s %9s\n", "books", "list", "open ms", "key ms", "jump ms", "list MB",
+                "sqlite3 ms", "ratio");
+    for (int count : counts) {
         QTemporaryDir dir;
         AppDelegate::Options options;
         options.dataDirectory = dir.path();
@@ -67,36 +117,66 @@ int main(int argc, char *argv[])
         options.platform = std::make_unique<RecordingPlatform>();
         AppDelegate app(std::move(options));
         fill(app, count);
+        app.persistentContainer().saveContext();
+        const QString store = dir.filePath(QLatin1String(AppDelegate::kStoreFileName));
+        const int middle = count / 2;
 
-        ListStyleTableViewController list(&app);
-        list.viewDidLoad();
-        QElapsedTimer t;
-        t.start();
-        list.viewWillAppear(); // the first show: fetch newest first
-        const double fetch = ms(t);
-
-        t.restart();
-        list.setSearchText(QStringLiteral("2021-0"));
-        const double keyDate = ms(t);
-        list.setSearchText(QString());
-        list.selectSortOption(3);
-        t.restart();
-        list.setSearchText(QStringLiteral("author 99"));
-        const double keyAuthor = ms(t);
-
-        double shell = 0;
-        if (!sqlite.isEmpty()) {
-            app.persistentContainer().saveContext();
-            QProcess p;
-            t.restart();
-            p.start(sqlite, {dir.filePath(QLatin1String(AppDelegate::kStoreFileName)),
-                             QStringLiteral("SELECT * FROM Books ORDER BY dateRead DESC;")});
-            p.waitForFinished(-1);
-            p.readAllStandardOutput();
-            shell = ms(t);
+        for (const QString &mode : bookListPresentations()) {
+            const double before = memoryMb("VmRSS:");
+            QElapsedTimer t;
+            double open = 0, key = 0, jump = 0, firstOpen = 0;
+            QString order;
+            if (mode == u"cards") {
+                ListStyleTableViewController list(&app);
+                list.viewDidLoad();
+                t.start();
+                list.viewWillAppear(); // the first show: newest first
+                readScreen(*list.model(), 0);
+                open = ms(t);
+                t.restart();
+                list.setSearchText(QStringLiteral("2021-0"));
+                readScreen(*list.model(), 0);
+                key = ms(t);
+                list.setSearchText(QString());
+                t.restart();
+                readScreen(*list.model(), middle);
+                jump = ms(t);
+                order = QStringLiteral("dateRead DESC");
+            } else {
+                BookShelfViewController shelf(&app);
+                shelf.setMode(mode);
+                shelf.viewDidLoad();
+                t.start();
+                shelf.viewWillAppear();
+                readScreen(*shelf.model(), 0);
+                open = ms(t);
+                if (mode == u"az") {
+                    // The first A-Z open files every title; later ones only read the order.
+                    firstOpen = open;
+                    t.restart();
+                    shelf.viewWillAppear();
+                    readScreen(*shelf.model(), 0);
+                    open = ms(t);
+                }
+                t.restart();
+                shelf.setSearchText(QStringLiteral("ok number 12"));
+                readScreen(*shelf.model(), 0);
+                key = ms(t);
+                shelf.setSearchText(QString());
+                t.restart();
+                readScreen(*shelf.model(), mode == u"az" ? shelf.rowOfLetter(QStringLiteral("M")) : middle);
+                jump = ms(t);
+                order = mode == u"az" ? QStringLiteral("name") : QStringLiteral("dateRead DESC");
+            }
+            const double listMb = memoryMb("VmRSS:") - before;
+            const double shell = shellWindow(sqlite, store, order, middle);
+            std::printf("%7d  %-9s %9.1f %9.1f %9.1f %9.1f %11.1f %9.2f", count, qPrintable(mode), open, key, jump,
+                        listMb, shell, shell > 0 ? open / shell : 0.0);
+            if (firstOpen > 0)
+                std::printf("   (first A-Z open, filing every title: %.0f ms)", firstOpen);
+            std::printf("\n");
         }
-        std::printf("%8d  %10.1f  %10.1f  %10.2f  %10.2f  %10.2f\n", count, fetch, shell,
-                    shell > 0 ? fetch / shell : 0.0, keyDate, keyAuthor);
+        std::printf("%7d  peak memory of the process %.0f MB\n", count, memoryMb("VmHWM:"));
     }
     return 0;
 }

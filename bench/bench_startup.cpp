@@ -1,5 +1,6 @@
-// Start-up over a library of covers, beside a plain libjpeg-turbo decode and
-// re-encode loop of the same covers: usage bench_startup [BOOKS...]
+// A first and a second start-up over a library of covers, beside a plain
+// libjpeg-turbo decode and re-encode loop of the same covers: usage
+// bench_startup [BOOKS...]
 #include "app/mainmenuviewcontroller.h"
 #include "support/imagefixtures.h"
 #include "support/testapp.h"
@@ -51,9 +52,18 @@ int main(int argc, char *argv[])
         menu.viewDidLoad();
         const double startupMs = double(timer.nsecsElapsed()) / 1e6;
 
-        std::printf("%d books with covers: start-up %.0f ms (%d covers re-encoded), plain libjpeg-turbo loop "
-                    "%.0f ms (%zu bytes out); ratio start-up / plain = %.2f\n",
-                    n, startupMs, menu.lastRepair().covers, plainMs, total, startupMs / plainMs);
+        // The next launch of the unchanged library, with a fresh delegate as a new process has.
+        auto next = t.relaunch();
+        MainMenuViewController again(next.get());
+        timer.restart();
+        again.viewDidLoad();
+        const double secondMs = double(timer.nsecsElapsed()) / 1e6;
+
+        std::printf("%d books with covers: first start-up %.0f ms (%d covers re-encoded), second start-up %.0f ms "
+                    "(%d covers given their bytes, %d of them known from the first start without decoding); plain libjpeg-turbo loop %.0f ms (%zu bytes out); "
+                    "first / plain = %.2f, second / plain = %.2f\n",
+                    n, startupMs, menu.lastRepair().covers, secondMs, again.lastRepair().covers,
+                    again.lastRepair().fixedCovers, plainMs, total, startupMs / plainMs, secondMs / plainMs);
     }
     return 0;
 }

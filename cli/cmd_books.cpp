@@ -1,6 +1,7 @@
 // The book form's save, the detail screen and the list-style list, from the command line.
 #include "cli.h"
 
+#include "browse/bookshelfviewcontroller.h"
 #include "browse/liststyletableviewcontroller.h"
 #include "entry/booksearchmanager.h"
 #include "entry/detailviewcontroller.h"
@@ -181,9 +182,40 @@ bool openList(QStringList &args, ListStyleTableViewController &list)
     return true;
 }
 
+// "books --mode az|pictures|grid": the other lists' rows, the count line, then
+// title and author per book; the A-Z list opens each section with "[letter]".
+int printShelf(Context &ctx, QStringList &args, const QString &mode)
+{
+    const auto search = takeOption(args, QStringLiteral("--search"));
+    if (!args.isEmpty() || !QStringList{QStringLiteral("az"), QStringLiteral("pictures"), QStringLiteral("grid")}
+                                 .contains(mode))
+        return usageError(ctx, QStringLiteral("books --mode az|pictures|grid [--search TEXT]"));
+    BookShelfViewController shelf(ctx.app);
+    shelf.setMode(mode);
+    shelf.viewDidLoad();
+    shelf.viewWillAppear();
+    if (search)
+        shelf.setSearchText(*search);
+    BookWindowModel &model = *shelf.model();
+    ctx.out << shelf.header() << "\n";
+    QString section;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        if (mode == u"az" && model.section(row) != section) {
+            section = model.section(row);
+            ctx.out << "[" << section << "]\n";
+        }
+        const Books b = model.book(row);
+        ctx.out << b.name.value_or(QString()) << "\t" << b.author.value_or(QString()) << "\n";
+    }
+    ctx.out.flush();
+    return 0;
+}
+
 int books(Context &ctx)
 {
     QStringList args = ctx.args;
+    if (const auto mode = takeOption(args, QStringLiteral("--mode")))
+        return printShelf(ctx, args, *mode);
     ListStyleTableViewController list(ctx.app);
     const bool json = takeFlag(args, QStringLiteral("--json"));
     if (!openList(args, list) || !args.isEmpty())
@@ -326,8 +358,13 @@ const Registration r1({QStringLiteral("book"), QStringLiteral("book add|show|edi
                            + QStringLiteral(" --index N\n\n--date takes the form's own text (\"Mar 4, 2021\") or "
                                             "YYYY-MM-DD, which is entered as the date picker would."),
                        true, book});
-const Registration r2({QStringLiteral("books"), QStringLiteral("books [--sort ..] [--asc|--desc] [--search ..] [--json]"),
-                       QStringLiteral("The book list's cards in one of its six orders, filtered by its search."), true,
+const Registration r2({QStringLiteral("books"),
+                       QStringLiteral("books [--sort ..] [--asc|--desc] [--search ..] [--json] | books --mode az|pictures|grid "
+                                      "[--search ..]"),
+                       QStringLiteral("The book list's cards in one of its six orders, filtered by its search; with "
+                                      "--mode, the A-Z list (\"[E]\" opens a section), the picture list or the grid "
+                                      "as title<TAB>author lines."),
+                       true,
                        books});
 
 } // namespace

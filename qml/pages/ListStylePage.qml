@@ -65,6 +65,21 @@ ScreenPage {
         anchors.fill: parent
         spacing: 0
 
+        BookListSwitcher {
+            objectName: "listSwitcher"
+            Layout.fillWidth: true
+            Layout.leftMargin: 8
+            Layout.rightMargin: 8
+            Layout.topMargin: 8
+            current: "cards"
+            onChosen: key => {
+                const target = ctl.choosePresentation(key)
+                if (target !== page.pageTarget)
+                    page.StackView.view.replace(Pages.url(target), { appDelegate: page.appDelegate, pageTarget: target,
+                                                                    initialMode: key })
+            }
+        }
+
         TextField {
             objectName: "searchBar"
             Layout.fillWidth: true
@@ -123,7 +138,7 @@ ScreenPage {
                             source: card.coverSource
                             sourceSize: Qt.size(124, 180)
                             fillMode: Image.PreserveAspectFit
-                            asynchronous: false // the store is read on this thread only
+                            asynchronous: true
                         }
                     }
                     ColumnLayout {

@@ -15,7 +15,7 @@ ScreenPage {
         appDelegate: page.appDelegate
         onNavigate: target => page.openPage(target)
     }
-    Component.onCompleted: ctl.viewDidLoad()
+    Component.onCompleted: ctl.viewDidLoadInSlices()
     StackView.onActivating: ctl.viewWillAppear()
 
     Flickable {
@@ -52,6 +52,23 @@ ScreenPage {
                         font.pixelSize: 14
                         Layout.alignment: Qt.AlignHCenter
                     }
+                }
+            }
+
+            // Start-up work on a large library goes on behind a usable menu.
+            ColumnLayout {
+                objectName: "startupProgress"
+                visible: ctl.repairing
+                Layout.fillWidth: true
+                spacing: 2
+                Label {
+                    text: "Checking your library… " + Math.round(ctl.repairProgress * 100) + "%"
+                    color: Theme.muted
+                    font.pixelSize: 12
+                }
+                ProgressBar {
+                    Layout.fillWidth: true
+                    value: ctl.repairProgress
                 }
             }
 

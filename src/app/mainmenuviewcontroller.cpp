@@ -2,6 +2,9 @@
 
 #include "app/launchtasks.h"
 #include "app/log.h"
+#include "browse/booklistcontroller.h"
+
+#include <QTimer>
 
 namespace tomewise {
 
@@ -55,6 +58,35 @@ bool MainMenuViewController::menuOpen() const
 
 void MainMenuViewController::viewDidLoad()
 {
+    loadSteps();
+    runDateRepair();
+}
+
+void MainMenuViewController::viewDidLoadInSlices()
+{
+    loadSteps();
+    m_repair = std::make_unique<LaunchTasks::DateRepair>(app(), m_bookList);
+    Q_EMIT repairChanged();
+    repairSlice();
+}
+
+void MainMenuViewController::repairSlice()
+{
+    if (!m_repair)
+        return;
+    // One frame's worth, then the window's events get their turn.
+    constexpr qint64 kFrameNs = 12'000'000;
+    if (m_repair->runFor(kFrameNs)) {
+        m_lastRepair = m_repair->counts();
+        m_repair.reset();
+    } else {
+        QTimer::singleShot(0, this, &MainMenuViewController::repairSlice);
+    }
+    Q_EMIT repairChanged();
+}
+
+void MainMenuViewController::loadSteps()
+{
     loadBookList();
     app().state().setCallingScreen(QStringLiteral("MainMenu"));
     app().state().setListMode(QString());
@@ -70,7 +102,6 @@ void MainMenuViewController::viewDidLoad()
     }
 
     qCInfo(lcApp) << "Date Not Fixed Yet";
-    runDateRepair();
 }
 
 void MainMenuViewController::loadBookList()
@@ -106,14 +137,16 @@ void MainMenuViewController::HandleSelection()
 
 void MainMenuViewController::UpdateButtonClicked()
 {
+    if (m_repair)
+        return; // the start-up's repair is still going
     loadBookList();
     runDateRepair();
 }
 
 void MainMenuViewController::prepareForSegue(const QString &identifier)
 {
-    if (identifier == QLatin1String("ListStyle"))
-        app().state().setListMode(QStringLiteral("List"));
+    if (identifier == QLatin1String("ListStyle") || identifier == QLatin1String("BookShelf"))
+        recordBookListPresentation(app(), lastBookListPresentation(app()));
     // A breakdown or a list tap may have set it since the menu loaded; the
     // menu's report is always the complete list.
     if (identifier == QLatin1String("PrintReport"))
@@ -128,7 +161,10 @@ void MainMenuViewController::openEntry(int index)
 {
     if (index < 0 || index >= menuEntries().size())
         return;
-    const QString target = QLatin1String(menuEntries()[index].target);
+    QString target = QLatin1String(menuEntries()[index].target);
+    // The book-list entry opens the presentation chosen last.
+    if (target == QLatin1String("ListStyle"))
+        target = recordBookListPresentation(app(), lastBookListPresentation(app()));
     prepareForSegue(target);
     Q_EMIT navigate(target);
 }

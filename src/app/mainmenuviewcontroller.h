@@ -6,6 +6,8 @@
 
 #include <QVariantList>
 
+#include <memory>
+
 namespace tomewise {
 
 // The first screen: start-up work, then the nine-entry menu that opens and
@@ -17,6 +19,8 @@ class MainMenuViewController : public ScreenController
     Q_PROPERTY(QVariantList hiddenStates READ hiddenStateList NOTIFY menuChanged)
     Q_PROPERTY(bool menuOpen READ menuOpen NOTIFY menuChanged)
     Q_PROPERTY(bool navigationBarHidden READ navigationBarHidden NOTIFY navigationBarHiddenChanged)
+    Q_PROPERTY(bool repairing READ repairing NOTIFY repairChanged)
+    Q_PROPERTY(double repairProgress READ repairProgress NOTIFY repairChanged)
 
 public:
     struct MenuEntry
@@ -41,6 +45,11 @@ public:
     LaunchTasks::RepairCounts lastRepair() const { return m_lastRepair; }
 
     Q_INVOKABLE void viewDidLoad();
+    // The same start-up for a window: the repair runs in slices of one frame
+    // between the window's events, the menu usable and showing the progress.
+    Q_INVOKABLE void viewDidLoadInSlices();
+    bool repairing() const { return m_repair != nullptr; }
+    double repairProgress() const { return m_repair ? m_repair->progress() : 1.0; }
     Q_INVOKABLE void viewWillAppear();
     Q_INVOKABLE void HandleSelection();
     Q_INVOKABLE void UpdateButtonClicked();
@@ -51,14 +60,18 @@ public:
 Q_SIGNALS:
     void menuChanged();
     void navigationBarHiddenChanged();
+    void repairChanged();
 
 private:
     void loadBookList();
     void runDateRepair();
+    void loadSteps();
+    void repairSlice();
 
     QList<Books> m_bookList;
     QList<bool> m_hidden;
     LaunchTasks::RepairCounts m_lastRepair;
+    std::unique_ptr<LaunchTasks::DateRepair> m_repair;
     bool m_navigationBarHidden = false;
 };
 

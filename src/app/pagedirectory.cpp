@@ -8,6 +8,7 @@ const QList<PageDirectory::Page> &PageDirectory::pages()
         {"MainMenu", "MainMenuPage.qml", "Tomewise"},
         {"Overview", "OverviewPage.qml", "My Tomewise Overview"},
         {"ListStyle", "ListStylePage.qml", "Book List"},
+        {"BookShelf", "BookShelfPage.qml", "Book List"},
         {"TabBarController", "GroupTabsPage.qml", "List By Group"},
         {"AuthorBreakdown", "GroupBreakdownPage.qml", "Author"},
         {"FormatBreakdown", "GroupBreakdownPage.qml", "Format"},

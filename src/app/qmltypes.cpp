@@ -19,6 +19,7 @@
 #include "exchange/importviewcontroller.h"
 #include "exchange/printgroupbybooksviewcontroller.h"
 #include "browse/coverimageprovider.h"
+#include "browse/bookshelfviewcontroller.h"
 #include "browse/authorgrouptableviewcontroller.h"
 #include "browse/formatgrouptableviewcontroller.h"
 #include "browse/genregrouptableviewcontroller.h"
@@ -83,6 +84,8 @@ void registerQmlTypes()
     qmlRegisterType<DetailViewController>(uri, 1, 0, "DetailViewController");
     qmlRegisterType<ListStyleTableViewController>(uri, 1, 0, "ListStyleTableViewController");
     qmlRegisterUncreatableType<ListStyleModel>(uri, 1, 0, "ListStyleModel", QStringLiteral("Owned by its list"));
+    qmlRegisterType<BookShelfViewController>(uri, 1, 0, "BookShelfViewController");
+    qmlRegisterUncreatableType<BookWindowModel>(uri, 1, 0, "BookWindowModel", QStringLiteral("Owned by its list"));
     qmlRegisterType<CoverView>(uri, 1, 0, "CoverView");
     qmlRegisterType<RateShareTableViewController>(uri, 1, 0, "RateShareTableViewController");
     qmlRegisterUncreatableType<GroupTableViewController>(uri, 1, 0, "GroupTableViewController", QStringLiteral("Base of the summaries"));

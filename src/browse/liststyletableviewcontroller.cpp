@@ -7,7 +7,7 @@
 namespace tomewise {
 
 ListStyleTableViewController::ListStyleTableViewController(AppDelegate *delegate, QObject *parent)
-    : ScreenController(delegate, parent)
+    : BookListController(delegate, parent)
 {
     setTitle(QStringLiteral("Book List"));
     connect(&m_model, &ListStyleModel::countChanged, this, &ListStyleTableViewController::headerChanged);
@@ -70,27 +70,26 @@ void ListStyleTableViewController::fetch()
     const ListStyleSortOption *option = listStyleSortOption(sortName());
     if (!option)
         option = &kListStyleSortOptions[0];
-    FetchRequest request;
-    request.entity = Entity::Books;
+    QList<SortDescriptor> order;
     for (const char *key : option->sortKeys) {
         if (key)
-            request.sortDescriptors.append({QLatin1String(key), sortAsc()});
+            order.append({QLatin1String(key), sortAsc()});
     }
     QString error;
-    auto books = context().fetchBooks(request, &error);
-    auto covers = books ? context().coverKeys(&error) : std::nullopt;
-    if (!books || !covers) {
+    auto keys = source().keys(order, &error);
+    if (!keys) {
         qCWarning(lcStore).noquote() << error;
         return;
     }
-    m_model.setBooks(std::move(*books), *option, app().dateText(), std::move(*covers));
+    m_model.setStore(&context());
+    m_model.setOption(*option, app().dateText());
+    m_model.setKeys(*keys);
     refilter();
 }
 
 void ListStyleTableViewController::refilter()
 {
-    m_model.setCoverRevision(context().coverRevision());
-    m_model.refilter(searchText());
+    search(m_model, searchText(), {QLatin1String(m_model.option().comparedAttribute)});
 }
 
 void ListStyleTableViewController::setSearchText(const QString &text)
@@ -104,56 +103,12 @@ void ListStyleTableViewController::setSearchText(const QString &text)
 
 void ListStyleTableViewController::deleteRow(int row)
 {
-    if (row < 0 || row >= m_model.rowCount())
-        return;
-    Books book = m_model.book(row);
-    book.pictureImage = context().cover(book.pk);
-    const bool deleted = logIfFailed(context().deleteBook(book.pk));
-    app().saveContext();
-    m_model.removeShownRow(row);
-    m_deleted.reset();
-    if (deleted) {
-        m_deleted = book;
-        Q_EMIT rowDeleted(book.name.value_or(QString()));
-    }
-}
-
-void ListStyleTableViewController::undoDelete()
-{
-    if (!m_deleted)
-        return;
-    Books book = *std::exchange(m_deleted, std::nullopt);
-    if (!logIfFailed(context().insertBook(book)))
-        return;
-    app().saveContext();
-    fetch();
+    deleteShownRow(m_model, row);
 }
 
 void ListStyleTableViewController::selectRow(int row)
 {
-    if (row < 0 || row >= m_model.rowCount())
-        return;
-    const Books &b = m_model.book(row);
-    Books &current = app().state().currentBook;
-    current = Books();
-    current.pk = b.pk;
-    current.name = b.name;
-    current.subTitle = b.subTitle;
-    current.author = b.author;
-    current.bookPublisher = b.bookPublisher;
-    current.isbn = b.isbn;
-    current.category = b.category;
-    current.rating = b.rating;
-    current.series = b.series;
-    current.seriesNumber = b.seriesNumber;
-    current.publishDate = b.publishDate;
-    current.numberPages = b.numberPages;
-    current.notes = b.notes;
-    current.dt = b.dt;
-    current.pictureImage = context().cover(b.pk);
-    // The detail screen returns by "unwindToList" to the list that names itself so.
-    app().state().setCallingScreen(QStringLiteral("Master"));
-    Q_EMIT navigate(QStringLiteral("Detail"));
+    openShownRow(m_model, row);
 }
 
 } // namespace tomewise

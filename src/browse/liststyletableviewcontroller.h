@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/screencontroller.h"
+#include "browse/booklistcontroller.h"
 #include "browse/liststylemodel.h"
 
 #include <QVariantList>
@@ -11,7 +11,7 @@ namespace tomewise {
 
 // The list-style book list: every book as a card, in one of six orders, with
 // a search that follows the order.
-class ListStyleTableViewController : public ScreenController
+class ListStyleTableViewController : public BookListController
 {
     Q_OBJECT
     Q_PROPERTY(QString SortName READ sortName NOTIFY sortChanged)
@@ -44,8 +44,6 @@ public:
     Q_INVOKABLE void selectSortOption(int option);
     // The trailing swipe's "delete".
     Q_INVOKABLE void deleteRow(int row);
-    // Puts the book deleted last back in the store, cover and all.
-    Q_INVOKABLE void undoDelete();
     // A tap: the book's fields become currentBook and the detail screen opens.
     Q_INVOKABLE void selectRow(int row);
     // Back from the detail screen: the edited book is fetched anew, search kept.
@@ -56,10 +54,9 @@ Q_SIGNALS:
     void searchTextChanged();
     void headerChanged();
     void darkModeChanged();
-    // A book left the list; the page offers to undo it.
-    void rowDeleted(const QString &name);
 
 private:
+    void reload() override { fetch(); }
     void fetch();
     void refilter();
 
@@ -69,7 +66,6 @@ private:
     QString m_placeholder;
     bool m_darkMode = false;
     ListStyleModel m_model;
-    std::optional<Books> m_deleted;
 };
 
 } // namespace tomewise

@@ -304,6 +304,14 @@ QString BookStore::selectSql(const FetchRequest &request, const QString &columns
             binds << sqlValue(p.value);
         }
     }
+    if (!request.keys.isEmpty()) {
+        QStringList keys;
+        for (qint64 k : request.keys)
+            keys << QString::number(k);
+        // One bound text however many keys, so the statement is prepared once.
+        where << QStringLiteral("b.pk IN (SELECT value FROM json_each(?))");
+        binds << QStringLiteral("[%1]").arg(keys.join(u','));
+    }
     if (!where.isEmpty())
         sql += QStringLiteral(" WHERE ") + where.join(QStringLiteral(" AND "));
     QStringList order;

@@ -40,6 +40,8 @@ struct FetchRequest
     QList<SortDescriptor> sortDescriptors;
     bool includesCovers = false;
     int fetchLimit = 0; // 0: no limit
+    // When not empty, only these records (a windowed list's visible rows).
+    QList<qint64> keys;
 };
 
 } // namespace tomewise

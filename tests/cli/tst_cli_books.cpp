@@ -110,6 +110,34 @@ private Q_SLOTS:
         QCOMPARE(cli({"book", "show", "--index", "7"}).status, 1);
         QCOMPARE(cli({"book", "edit", "--index", "0", "--pages", "x"}).status, 2);
     }
+
+    void otherLists_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("out");
+        QTest::newRow("az") << QStringList{"--mode", "az"}
+                            << "3 Books\n[E]\nÉmile\tRousseau\nemma\tJane Austen\n[#]\n1984\tGeorge Orwell\n";
+        QTest::newRow("az search") << QStringList{"--mode", "az", "--search", "AUSTEN"} << "1 Book\n[E]\nemma\tJane Austen\n";
+        QTest::newRow("grid, newest first") << QStringList{"--mode", "grid"}
+                                            << "3 Books\n1984\tGeorge Orwell\nemma\tJane Austen\nÉmile\tRousseau\n";
+    }
+    void otherLists()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(QString, out);
+        QTemporaryDir dir;
+        for (const auto &[title, author, date] : {std::tuple{"Émile", "Rousseau", "2001-01-01"},
+                                                   std::tuple{"emma", "Jane Austen", "2002-01-01"},
+                                                   std::tuple{"1984", "George Orwell", "2003-01-01"}}) {
+            QCOMPARE(cli({"book", "add", "--title", QString::fromUtf8(title), "--author", author, "--date", date}, dir.path())
+                         .status,
+                     0);
+        }
+        const Run run = cli(QStringList{"books"} + args, dir.path());
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.out, out);
+        QCOMPARE(cli({"books", "--mode", "shelf"}, dir.path()).status, 2);
+    }
 };
 
 QTEST_MAIN(TestCliBooks)

@@ -6,6 +6,7 @@
 #include <QDate>
 #include <QDir>
 #include <QLocale>
+#include <QPainter>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickStyle>
@@ -46,6 +47,55 @@ public:
         return int(app->insert(b).pk);
     }
     Q_INVOKABLE int bookCount() { return int(app->allBooks(false).size()); }
+    // Titles across the alphabet, most with a cover, for the book lists.
+    Q_INVOKABLE int seed() const
+    {
+        static const char *const books[][2]{
+            {"Anna Karenina", "Leo Tolstoy"}, {"Atonement", "Ian McEwan"}, {"Beloved", "Toni Morrison"},
+            {"Brave New World", "Aldous Huxley"}, {"Catch-22", "Joseph Heller"}, {"Dracula", "Bram Stoker"},
+            {"Dune", "Frank Herbert"}, {"Émile", "Jean-Jacques Rousseau"}, {"Emma", "Jane Austen"},
+            {"Frankenstein", "Mary Shelley"}, {"Great Expectations", "Charles Dickens"}, {"Hamlet", "William Shakespeare"},
+            {"Invisible Man", "Ralph Ellison"}, {"Jane Eyre", "Charlotte Brontë"}, {"Kindred", "Octavia E. Butler"},
+            {"Lolita", "Vladimir Nabokov"}, {"Middlemarch", "George Eliot"}, {"Moby-Dick", "Herman Melville"},
+            {"Neuromancer", "William Gibson"}, {"Oryx and Crake", "Margaret Atwood"}, {"Persuasion", "Jane Austen"},
+            {"Rebecca", "Daphne du Maurier"}, {"Siddhartha", "Hermann Hesse"}, {"The Hobbit", "J. R. R. Tolkien"},
+            {"The Road", "Cormac McCarthy"}, {"Ulysses", "James Joyce"}, {"Villette", "Charlotte Brontë"},
+            {"War and Peace", "Leo Tolstoy"}, {"Watership Down", "Richard Adams"}, {"Wide Sargasso Sea", "Jean Rhys"},
+            {"Zorba the Greek", "Nikos Kazantzakis"}, {"1984", "George Orwell"}, {"2001: A Space Odyssey", "Arthur C. Clarke"},
+            {"¡Ay, Carmela!", "José Sanchis Sinisterra"}};
+        static const QColor shades[]{"#7b3f2f", "#2f4f7b", "#3f6b4f", "#6b4f8b", "#8b6b2f", "#2f6b6b", "#8b2f4f"};
+        const auto &dates = app->app().dateText();
+        int i = 0;
+        for (const auto &[title, author] : books) {
+            tomewise::Books b = tomewise::test::book(QString::fromUtf8(title), QString::fromUtf8(author));
+            b.year = qint16(2015 + i % 10);
+            b.month = qint16(1 + (i * 5) % 12);
+            b.day = qint16(1 + (i * 7) % 28);
+            b.dateRead = dates.startOfDay(*b.year, *b.month, *b.day);
+            b.dt = dates.format(*b.dateRead, tomewise::DateText::Style::Medium);
+            b.rating = QString(1 + (i * 3) % 5, u'*');
+            if (i % 9 != 4) { // a few without a cover
+                QImage cover(200, 300, QImage::Format_RGB32);
+                QPainter p(&cover);
+                const QColor base = shades[i % 7];
+                QLinearGradient g(0, 0, 0, 300);
+                g.setColorAt(0, base.lighter(130));
+                g.setColorAt(1, base.darker(160));
+                p.fillRect(cover.rect(), g);
+                p.fillRect(QRect(0, 190, 200, 4), QColor("#e8d8b0"));
+                p.setPen(Qt::white);
+                p.setFont(QFont(QStringLiteral("DejaVu Serif"), 20, QFont::Bold));
+                p.drawText(QRect(14, 30, 172, 150), Qt::AlignCenter | Qt::TextWordWrap, QString::fromUtf8(title));
+                p.setFont(QFont(QStringLiteral("DejaVu Sans"), 11));
+                p.drawText(QRect(10, 210, 180, 70), Qt::AlignCenter | Qt::TextWordWrap, QString::fromUtf8(author));
+                p.end();
+                b.pictureImage = tomewise::test::encode(cover, "jpeg", 85);
+            }
+            app->insert(b);
+            ++i;
+        }
+        return i;
+    }
 };
 
 // Each test file gets a fresh engine and a fresh application over a scratch folder.
