@@ -105,6 +105,7 @@ void ServiceImport::preview()
     m_toAdd = m_toUpdate = 0;
     m_skipReasons.clear();
     m_firstBooks.clear();
+    m_notes.clear();
     // Rows adding the same book twice: the later one updates the earlier.
     QSet<QString> adding;
     for (const ServiceRow &row : m_rows) {
@@ -114,8 +115,11 @@ void ServiceImport::preview()
         Plan p = plan(row, book, matches, &error);
         if (p.action == Action::Skip) {
             ++m_skipReasons[p.reason];
+            note(row, p.reason, false);
             continue;
         }
+        if (!p.reason.isEmpty())
+            note(row, p.reason, true);
         if (p.action == Action::Add && adding.contains(key(book)))
             p.action = Action::Update;
         if (p.action == Action::Add)
@@ -153,6 +157,8 @@ void ServiceImport::addSeries(const Text &series)
 bool ServiceImport::step(int count)
 {
     BookStore &store = m_app.persistentContainer();
+    if (m_next == 0)
+        m_notes.clear();
     for (int n = std::max(count, 1); n > 0 && m_next < m_rows.size(); --n) {
         const ServiceRow &row = m_rows[m_next++];
         Books book;

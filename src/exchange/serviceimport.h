@@ -62,7 +62,8 @@ public:
     int added() const { return m_added; }
     int updated() const { return m_updated; }
     int failed() const { return m_failed; }
-    // Rows not imported and books imported without a date, in file order.
+    // Rows not imported and books imported without a date, in file order:
+    // those the preview foresees until the import begins.
     const QList<Note> &notes() const { return m_notes; }
     QString summaryText() const;
     // The notes as the text file the user saves.
