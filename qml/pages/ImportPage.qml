@@ -27,6 +27,16 @@ ScreenPage {
         onRejected: ctl.documentPickerWasCancelled()
     }
 
+    FileDialog {
+        id: notesSaver
+        objectName: "notesSaver"
+        title: "Save the list of rows not imported"
+        fileMode: FileDialog.SaveFile
+        defaultSuffix: "txt"
+        nameFilters: ["Text files (*.txt)"]
+        onAccepted: ctl.saveNotes(selectedFile)
+    }
+
     ColumnLayout {
         anchors.fill: parent
         anchors.margins: Theme.margin
@@ -56,6 +66,15 @@ ScreenPage {
                 onClicked: ctl.ImportTextFile()
             }
         }
+        CheckBox {
+            objectName: "includeUnread"
+            Layout.fillWidth: true
+            visible: ctl.fileKind !== ""
+            enabled: ctl.ImportButtonEnabled
+            text: "Also books not marked read"
+            checked: ctl.includeUnread
+            onToggled: ctl.includeUnread = checked
+        }
         ProgressBar {
             objectName: "progress"
             Layout.fillWidth: true
@@ -67,6 +86,13 @@ ScreenPage {
             Layout.fillWidth: true
             Layout.fillHeight: true
             text: ctl.ImportTextView
+        }
+        BorderedButton {
+            objectName: "SaveNotesButton"
+            Layout.fillWidth: true
+            visible: ctl.notesText !== "" && !ctl.busy && !ctl.ImportButtonEnabled
+            text: "Save List of Rows Not Imported"
+            onClicked: notesSaver.open()
         }
     }
 
