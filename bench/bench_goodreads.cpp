@@ -5,7 +5,7 @@
 #include "exchange/importfilereader.h"
 #include "exchange/serviceimport.h"
 #include "model/bookstore.h"
-#include "platform/recordingplatform.h"
+#include "support/testapp.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -17,17 +17,6 @@
 using namespace tomewise;
 
 namespace {
-
-std::unique_ptr<AppDelegate> openApp(const QString &dir)
-{
-    AppDelegate::Options options;
-    options.dataDirectory = dir;
-    options.locale = QStringLiteral("en_US");
-    options.timeZone = "America/New_York";
-    options.platform = std::make_unique<RecordingPlatform>();
-    options.delayScale = 0;
-    return std::make_unique<AppDelegate>(std::move(options));
-}
 
 QString quoted(const QString &field)
 {
@@ -115,7 +104,8 @@ int main(int argc, char **argv)
     const QString ownFile = dir.filePath(QStringLiteral("own.csv"));
     const QString goodreadsFile = dir.filePath(QStringLiteral("goodreads.csv"));
     {
-        auto source = openApp(dir.filePath(QStringLiteral("source")));
+        test::TestApp sourceApp;
+        AppDelegate *source = &sourceApp.app();
         ReferenceEntry genre;
         genre.value = QStringLiteral("Fantasy");
         source->persistentContainer().insertEntry(Entity::GenreList, genre);
@@ -143,7 +133,8 @@ int main(int argc, char **argv)
     double ownSeconds = 0;
     int ownSaved = 0;
     {
-        auto app = openApp(dir.filePath(QStringLiteral("own")));
+        test::TestApp ownApp;
+        AppDelegate *app = &ownApp.app();
         QFile file(ownFile);
         file.open(QIODevice::ReadOnly);
         timer.start();
@@ -156,7 +147,8 @@ int main(int argc, char **argv)
     double goodreadsSeconds = 0;
     int goodreadsSaved = 0;
     {
-        auto app = openApp(dir.filePath(QStringLiteral("goodreads")));
+        test::TestApp goodreadsApp;
+        AppDelegate *app = &goodreadsApp.app();
         ReferenceEntry genre;
         genre.value = QStringLiteral("Fantasy");
         app->persistentContainer().insertEntry(Entity::GenreList, genre);

@@ -1,3 +1,4 @@
+import QtCore
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Dialogs
@@ -20,21 +21,20 @@ ScreenPage {
     FileDialog {
         id: picker
         objectName: "documentPicker"
-        title: "Select the export file"
+        title: "Select the file to import"
         fileMode: FileDialog.OpenFile
         nameFilters: ["All files (*)", "Export files (*.csv)"]
         onAccepted: ctl.documentPicker(selectedFile)
         onRejected: ctl.documentPickerWasCancelled()
     }
 
-    FileDialog {
+    SaveFileDialog {
         id: notesSaver
         objectName: "notesSaver"
         title: "Save the list of rows not imported"
-        fileMode: FileDialog.SaveFile
-        defaultSuffix: "txt"
-        nameFilters: ["Text files (*.txt)"]
-        onAccepted: ctl.saveNotes(selectedFile)
+        width: page.width - 2 * Theme.margin
+        height: Math.min(page.height - 2 * Theme.margin, 560)
+        onSaved: file => ctl.saveNotes(file)
     }
 
     ColumnLayout {
@@ -66,6 +66,14 @@ ScreenPage {
                 onClicked: ctl.ImportTextFile()
             }
         }
+        Label {
+            Layout.fillWidth: true
+            wrapMode: Text.WordWrap
+            font.pixelSize: 13
+            color: "#555555"
+            text: "A Goodreads or StoryGraph CSV export can be imported too: you see what will happen before anything is saved."
+            visible: ctl.LoadFileButtonEnabled
+        }
         CheckBox {
             objectName: "includeUnread"
             Layout.fillWidth: true
@@ -92,7 +100,11 @@ ScreenPage {
             Layout.fillWidth: true
             visible: ctl.notesText !== "" && !ctl.busy && !ctl.ImportButtonEnabled
             text: "Save List of Rows Not Imported"
-            onClicked: notesSaver.open()
+            onClicked: {
+                notesSaver.folder = StandardPaths.writableLocation(StandardPaths.DocumentsLocation)
+                notesSaver.fileName = "Rows not imported.txt"
+                notesSaver.open()
+            }
         }
     }
 

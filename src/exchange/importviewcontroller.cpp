@@ -150,14 +150,24 @@ void ImportViewController::importNextServiceBatch()
     Q_EMIT imported();
 }
 
-bool ImportViewController::saveNotes(const QUrl &url)
+bool ImportViewController::saveNotes(const QUrl &url, bool replace)
 {
-    QFile file(url.isLocalFile() ? url.toLocalFile() : url.toString());
+    const QString path = url.isLocalFile() ? url.toLocalFile() : url.toString();
+    if (!replace && QFileInfo::exists(path)) {
+        showAlert(QStringLiteral("Replace File?"),
+                  QStringLiteral("%1 already exists. Do you want to replace it?").arg(QFileInfo(path).fileName()),
+                  {{QStringLiteral("Yes"), AlertAction::Style::Default, [this, url] { saveNotes(url, true); }},
+                   {QStringLiteral("No"), AlertAction::Style::Cancel, {}}});
+        return false;
+    }
+    QFile file(path);
     const QByteArray bytes = m_notesText.toUtf8();
     if (file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size() && file.flush()) {
         file.close();
-        if (file.error() == QFileDevice::NoError)
+        if (file.error() == QFileDevice::NoError) {
+            showAlert(QStringLiteral("List Saved"), QStringLiteral("Saved to %1").arg(path));
             return true;
+        }
     }
     qCWarning(lcExchange).noquote() << file.errorString();
     showAlert(QStringLiteral("List Not Saved"), file.errorString());

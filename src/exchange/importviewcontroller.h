@@ -70,8 +70,9 @@ public:
     Q_INVOKABLE void documentPicker(const QUrl &url);
     Q_INVOKABLE void documentPickerWasCancelled() {}
     Q_INVOKABLE void ImportTextFile();
-    // Saves the list of rows not imported as a text file.
-    Q_INVOKABLE bool saveNotes(const QUrl &url);
+    // Saves the list of rows not imported as a text file; asks before
+    // replacing one unless told to.
+    Q_INVOKABLE bool saveNotes(const QUrl &url, bool replace = false);
 
 Q_SIGNALS:
     void documentChanged();

@@ -319,6 +319,12 @@ private Q_SLOTS:
         QFile saved(list);
         QVERIFY(saved.open(QIODevice::ReadOnly));
         QCOMPARE(QString::fromUtf8(saved.readAll()), screen.notesText());
+        saved.close();
+        // An existing file is replaced only when the user says so.
+        QVERIFY(!screen.saveNotes(QUrl::fromLocalFile(list)));
+        QCOMPARE(screen.alertTitle(), QStringLiteral("Replace File?"));
+        screen.answerAlert(0);
+        QCOMPARE(screen.alertTitle(), QStringLiteral("List Saved"));
         QVERIFY(screen.notesText().contains(QStringLiteral("Row 6 \"Klara and the Sun\": imported without a date read")));
     }
 
