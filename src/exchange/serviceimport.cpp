@@ -2,6 +2,7 @@
 
 #include "app/appdelegate.h"
 #include "app/log.h"
+#include "exchange/importfilereader.h"
 #include "model/bookstore.h"
 
 #include <variant>
@@ -57,6 +58,12 @@ ServiceImport::ServiceImport(AppDelegate &app, ServiceFile::Kind kind, QList<Ser
     m_series = QSet<QString>(series.cbegin(), series.cend());
 }
 
+ServiceImport::~ServiceImport()
+{
+    if (m_next > 0)
+        logIfFailed(m_app.persistentContainer().setAutoCheckpoint(BookStore::kAutoCheckpointPages));
+}
+
 std::unique_ptr<ServiceImport> ServiceImport::open(AppDelegate &app, const QString &path, bool includeUnread,
                                                    QString *error)
 {
@@ -67,11 +74,18 @@ std::unique_ptr<ServiceImport> ServiceImport::open(AppDelegate &app, const QStri
     return std::make_unique<ServiceImport>(app, file.kind(), file.rows(genres), includeUnread);
 }
 
-ServiceImport::Plan ServiceImport::plan(const ServiceRow &row, Books &book, QList<Books> &matches, QString *error)
+ServiceImport::Plan ServiceImport::plan(qsizetype index, Books &book, QString *error)
 {
+    const ServiceRow &row = m_rows[index];
     if (!row.read && !m_includeUnread)
         return {Action::Skip, QStringLiteral("not read (%1)").arg(row.shelf.isEmpty() ? QStringLiteral("no shelf") : row.shelf)};
-    book = m_form.book(row);
+    if (index < m_made.size() && m_made[index]) {
+        book = *m_made[index];
+    } else {
+        book = m_form.book(row);
+        if (index < m_made.size())
+            m_made[index] = book;
+    }
     if (!book.name)
         return {Action::Skip, QStringLiteral("no title")};
     if (!book.author)
@@ -84,7 +98,7 @@ ServiceImport::Plan ServiceImport::plan(const ServiceRow &row, Books &book, QLis
     const auto found = m_app.persistentContainer().fetchBooks(request, error);
     if (!found)
         return {Action::Skip, *error};
-    matches = *found;
+    const QList<Books> &matches = *found;
     if (matches.size() > 1)
         return {Action::Skip, QStringLiteral("several books with this title and author")};
     if (matches.size() == 1) {
@@ -106,13 +120,14 @@ void ServiceImport::preview()
     m_skipReasons.clear();
     m_firstBooks.clear();
     m_notes.clear();
+    m_made = QList<std::optional<Books>>(m_rows.size());
     // Rows adding the same book twice: the later one updates the earlier.
     QSet<QString> adding;
-    for (const ServiceRow &row : m_rows) {
+    for (qsizetype i = 0; i < m_rows.size(); ++i) {
+        const ServiceRow &row = m_rows[i];
         Books book;
-        QList<Books> matches;
         QString error;
-        Plan p = plan(row, book, matches, &error);
+        Plan p = plan(i, book, &error);
         if (p.action == Action::Skip) {
             ++m_skipReasons[p.reason];
             note(row, p.reason, false);
@@ -157,14 +172,16 @@ void ServiceImport::addSeries(const Text &series)
 bool ServiceImport::step(int count)
 {
     BookStore &store = m_app.persistentContainer();
-    if (m_next == 0)
+    if (m_next == 0) {
         m_notes.clear();
+        logIfFailed(store.setAutoCheckpoint(ImportFileReader::kImportCheckpointPages));
+    }
     for (int n = std::max(count, 1); n > 0 && m_next < m_rows.size(); --n) {
-        const ServiceRow &row = m_rows[m_next++];
+        const qsizetype index = m_next++;
+        const ServiceRow &row = m_rows[index];
         Books book;
-        QList<Books> matches;
         QString error;
-        const Plan p = plan(row, book, matches, &error);
+        const Plan p = plan(index, book, &error);
         if (p.action == Action::Skip) {
             if (!error.isEmpty()) {
                 qCWarning(lcStore).noquote() << error;

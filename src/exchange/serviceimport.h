@@ -37,6 +37,9 @@ public:
     static constexpr int kPreviewRows = 5;
 
     ServiceImport(AppDelegate &app, ServiceFile::Kind kind, QList<ServiceRow> rows, bool includeUnread);
+    ~ServiceImport();
+    ServiceImport(const ServiceImport &) = delete;
+    ServiceImport &operator=(const ServiceImport &) = delete;
 
     // Reads the file and maps its rows with the log's genres.
     static std::unique_ptr<ServiceImport> open(AppDelegate &app, const QString &path, bool includeUnread,
@@ -71,7 +74,7 @@ public:
 
 private:
     // What a row does against the store now; `book` is the record to save.
-    Plan plan(const ServiceRow &row, Books &book, QList<Books> &matches, QString *error);
+    Plan plan(qsizetype index, Books &book, QString *error);
     void note(const ServiceRow &row, const QString &reason, bool imported);
     void addSeries(const Text &series);
 
@@ -86,6 +89,8 @@ private:
     int m_toUpdate = 0;
     QMap<QString, int> m_skipReasons;
     QList<Books> m_firstBooks;
+    // Each row as the form makes it, kept from the preview for the import.
+    QList<std::optional<Books>> m_made;
 
     qsizetype m_next = 0;
     int m_added = 0;
