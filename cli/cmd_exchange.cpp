@@ -52,21 +52,39 @@ int exportFile(Context &ctx)
 
 int importFile(Context &ctx)
 {
+    const QString usage = QStringLiteral("import FILE [--dry-run] [--include-unread]");
+    const bool dryRun = takeFlag(ctx.args, QStringLiteral("--dry-run"));
+    const bool includeUnread = takeFlag(ctx.args, QStringLiteral("--include-unread"));
     if (ctx.args.size() != 1)
-        return usageError(ctx, QStringLiteral("import FILE"));
+        return usageError(ctx, usage);
     ImportViewController screen(ctx.app);
     screen.viewDidLoad();
+    screen.setIncludeUnread(includeUnread);
     screen.documentPicker(QUrl::fromLocalFile(QFileInfo(ctx.args.first()).absoluteFilePath()));
     screen.answerAlert(0);
     if (!screen.importButtonEnabled()) {
         ctx.err << "The file could not be read: " << ctx.args.first() << Qt::endl;
+        if (!screen.importText().isEmpty())
+            ctx.err << screen.importText() << Qt::endl;
         return 1;
+    }
+    const bool service = screen.serviceImport() != nullptr;
+    if ((dryRun || includeUnread) && !service)
+        return usageError(ctx, usage + QStringLiteral(" (--dry-run and --include-unread are for Goodreads and "
+                                                      "StoryGraph files)"));
+    if (dryRun) {
+        ctx.out << screen.importText();
+        return 0;
     }
     bool done = false;
     QObject::connect(&screen, &ImportViewController::imported, &screen, [&] { done = true; });
     screen.ImportTextFile();
     waitUntil([&] { return done; }, kTimeoutMs);
     ctx.out << screen.alertTitle() << ": " << screen.alertMessage() << Qt::endl;
+    if (service) {
+        ctx.err << screen.notesText();
+        return screen.failedCount() == 0 ? 0 : 1;
+    }
     for (const auto &record : screen.notSaved()) {
         ctx.err << "Not saved: line " << record.line << ", \"" << record.name << "\" by \"" << record.author
                 << "\": " << record.reason << Qt::endl;
@@ -82,9 +100,11 @@ int importFile(Context &ctx)
 const Registration r1({QStringLiteral("export"), QStringLiteral("export [FILE] | export --display"),
                        QStringLiteral("Write the export file (stdout without FILE), or print its display text."),
                        true, exportFile});
-const Registration r2({QStringLiteral("import"), QStringLiteral("import FILE"),
-                       QStringLiteral("Import an export file and print the closing alert; a wrong file or a record "
-                                      "that could not be saved exits 1."),
+const Registration r2({QStringLiteral("import"), QStringLiteral("import FILE [--dry-run] [--include-unread]"),
+                       QStringLiteral("Import an export file, a Goodreads library export or a StoryGraph export and "
+                                      "print the closing alert; a wrong file or a record that could not be saved "
+                                      "exits 1. For Goodreads and StoryGraph, --dry-run prints the preview and "
+                                      "writes nothing, --include-unread takes books on every shelf."),
                        true, importFile});
 
 } // namespace

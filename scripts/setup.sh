@@ -20,7 +20,7 @@ packages=(
   qml6-module-qt-labs-platform qml6-module-qt-labs-folderlistmodel qml6-module-qtquick-pdf qt6-pdf-dev
   qt6-multimedia-dev qml6-module-qtmultimedia
   gstreamer1.0-plugins-base gstreamer1.0-plugins-good
-  libqt6sql6-sqlite libsqlite3-dev libicu-dev libjpeg-dev libzxing-dev zint
+  libqt6sql6-sqlite libsqlite3-dev libicu-dev libjpeg-dev libzxing-dev zint libcsv-dev
   fonts-liberation2 fonts-material-design-icons-iconfont fonts-noto-color-emoji fonts-noto-cjk
   sqlite3 libjpeg-turbo-progs xdg-utils poppler-utils
 )

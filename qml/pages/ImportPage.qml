@@ -1,3 +1,4 @@
+import QtCore
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Dialogs
@@ -20,11 +21,20 @@ ScreenPage {
     FileDialog {
         id: picker
         objectName: "documentPicker"
-        title: "Select the export file"
+        title: "Select the file to import"
         fileMode: FileDialog.OpenFile
         nameFilters: ["All files (*)", "Export files (*.csv)"]
         onAccepted: ctl.documentPicker(selectedFile)
         onRejected: ctl.documentPickerWasCancelled()
+    }
+
+    SaveFileDialog {
+        id: notesSaver
+        objectName: "notesSaver"
+        title: "Save the list of rows not imported"
+        width: page.width - 2 * Theme.margin
+        height: Math.min(page.height - 2 * Theme.margin, 560)
+        onSaved: file => ctl.saveNotes(file)
     }
 
     ColumnLayout {
@@ -56,6 +66,23 @@ ScreenPage {
                 onClicked: ctl.ImportTextFile()
             }
         }
+        Label {
+            Layout.fillWidth: true
+            wrapMode: Text.WordWrap
+            font.pixelSize: 13
+            color: "#555555"
+            text: "A Goodreads or StoryGraph CSV export can be imported too: you see what will happen before anything is saved."
+            visible: ctl.LoadFileButtonEnabled
+        }
+        CheckBox {
+            objectName: "includeUnread"
+            Layout.fillWidth: true
+            visible: ctl.fileKind !== ""
+            enabled: ctl.ImportButtonEnabled
+            text: "Also books not marked read"
+            checked: ctl.includeUnread
+            onToggled: ctl.includeUnread = checked
+        }
         ProgressBar {
             objectName: "progress"
             Layout.fillWidth: true
@@ -67,6 +94,17 @@ ScreenPage {
             Layout.fillWidth: true
             Layout.fillHeight: true
             text: ctl.ImportTextView
+        }
+        BorderedButton {
+            objectName: "SaveNotesButton"
+            Layout.fillWidth: true
+            visible: ctl.notesText !== "" && !ctl.busy && !ctl.ImportButtonEnabled
+            text: "Save List of Rows Not Imported"
+            onClicked: {
+                notesSaver.folder = StandardPaths.writableLocation(StandardPaths.DocumentsLocation)
+                notesSaver.fileName = "Rows not imported.txt"
+                notesSaver.open()
+            }
         }
     }
 

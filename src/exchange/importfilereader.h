@@ -26,6 +26,9 @@ public:
     static constexpr auto kMarker = "[TOMEWISE]";
     static constexpr auto kDatePattern = "yyyy-MM-dd HH:mm:ss Z";
     static constexpr int kBatch = 500;
+    // A long run of small commits copies each index page back once per
+    // checkpoint: imports checkpoint less often while they last.
+    static constexpr int kImportCheckpointPages = 16384;
     // How many unsaved records are kept by name; the rest are only counted.
     static constexpr int kNotSavedListed = 100;
     // A longer line is passed over as a record not saved.
@@ -84,7 +87,6 @@ public:
 
 private:
     static constexpr qint64 kChunk = 1 << 20;
-    static constexpr int kImportCheckpointPages = 16384;
 
     // The next line, normalised; false at the end of the file.
     bool nextLine(QByteArray &line);

@@ -71,7 +71,12 @@ void ImportViewController::documentPicker(const QUrl &url)
     } else {
         error = file.errorString();
     }
-    if (error.isEmpty()) {
+    m_service.reset();
+    m_notesText.clear();
+    if (error.isEmpty() && ServiceFile::recognise(path) != ServiceFile::Kind::OwnExport) {
+        m_documentPath = path;
+        previewService();
+    } else if (error.isEmpty()) {
         if (file.size() > shown.size() && shown.size() >= kShownChars)
             shown += QStringLiteral("\n…");
         m_documentPath = path;
@@ -84,10 +89,103 @@ void ImportViewController::documentPicker(const QUrl &url)
     showAlert(QStringLiteral("Data Import"), QStringLiteral("File Loaded and Ready to Import"));
 }
 
+QString ImportViewController::fileKind() const
+{
+    return m_service ? ServiceFile::kindName(m_service->kind()) : QString();
+}
+
+void ImportViewController::setIncludeUnread(bool include)
+{
+    if (m_includeUnread == include)
+        return;
+    m_includeUnread = include;
+    // The counts change with it: preview again unless the import has begun.
+    if (m_service && m_importEnabled)
+        previewService();
+    Q_EMIT documentChanged();
+}
+
+void ImportViewController::previewService()
+{
+    // Nothing is written until the user has seen what will happen.
+    QString error;
+    m_service = ServiceImport::open(app(), m_documentPath, m_includeUnread, &error);
+    if (!m_service) {
+        qCWarning(lcExchange).noquote() << error;
+        m_shownText = QStringLiteral("%1 cannot be read: %2").arg(m_filename, error);
+        setButtons(true, false);
+        return;
+    }
+    m_service->preview();
+    m_shownText = m_service->previewText();
+    if (const QString notes = m_service->notesText(); !notes.isEmpty())
+        m_shownText += QStringLiteral("\nRows that will not be imported, and books without a date:\n") + notes;
+    setButtons(false, true);
+    Q_EMIT documentChanged();
+}
+
+void ImportViewController::importNextServiceBatch()
+{
+    const bool done = m_service->step(ImportFileReader::kBatch);
+    m_progress = m_service->progress();
+    if (!done) {
+        Q_EMIT progressChanged();
+        QTimer::singleShot(0, this, [this] { importNextServiceBatch(); });
+        return;
+    }
+    m_serviceRunning = false;
+    m_resultCount = m_service->added() + m_service->updated();
+    m_failed = m_service->failed();
+    m_notesText = m_service->notesText();
+    m_shownText = m_service->summaryText();
+    if (!m_notesText.isEmpty())
+        m_shownText += QStringLiteral("\n\nRows not imported, and books imported without a date:\n") + m_notesText;
+    Q_EMIT progressChanged();
+    Q_EMIT documentChanged();
+    // The page stays, so that the list of rows left out can be read and saved.
+    showAlert(QStringLiteral("Data Import"),
+              (m_failed > 0 ? QStringLiteral("Data Import Not Completed\n")
+                            : QStringLiteral("Data Import Completed\n"))
+                  + m_service->summaryText());
+    Q_EMIT imported();
+}
+
+bool ImportViewController::saveNotes(const QUrl &url, bool replace)
+{
+    const QString path = url.isLocalFile() ? url.toLocalFile() : url.toString();
+    if (!replace && QFileInfo::exists(path)) {
+        showAlert(QStringLiteral("Replace File?"),
+                  QStringLiteral("%1 already exists. Do you want to replace it?").arg(QFileInfo(path).fileName()),
+                  {{QStringLiteral("Yes"), AlertAction::Style::Default, [this, url] { saveNotes(url, true); }},
+                   {QStringLiteral("No"), AlertAction::Style::Cancel, {}}});
+        return false;
+    }
+    QFile file(path);
+    const QByteArray bytes = m_notesText.toUtf8();
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size() && file.flush()) {
+        file.close();
+        if (file.error() == QFileDevice::NoError) {
+            showAlert(QStringLiteral("List Saved"), QStringLiteral("Saved to %1").arg(path));
+            return true;
+        }
+    }
+    qCWarning(lcExchange).noquote() << file.errorString();
+    showAlert(QStringLiteral("List Not Saved"), file.errorString());
+    return false;
+}
+
 void ImportViewController::ImportTextFile()
 {
-    if (m_documentPath.isEmpty() || m_reader)
+    if (m_documentPath.isEmpty() || m_reader || m_serviceRunning)
         return;
+    if (m_service) {
+        setButtons(false, false);
+        m_serviceRunning = true;
+        m_progress = 0;
+        Q_EMIT progressChanged();
+        importNextServiceBatch();
+        return;
+    }
     setButtons(false, false);
     m_failed = m_nameless = 0;
     m_notSaved.clear();

@@ -2,6 +2,7 @@
 
 #include "app/screencontroller.h"
 #include "exchange/importfilereader.h"
+#include "exchange/serviceimport.h"
 
 #include <QUrl>
 
@@ -26,6 +27,11 @@ class ImportViewController : public ScreenController
     Q_PROPERTY(int wrongFile READ wrongFile NOTIFY wrongFileChanged)
     Q_PROPERTY(bool busy READ busy NOTIFY progressChanged)
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged)
+    // Set for a Goodreads or StoryGraph export ("Goodreads library export").
+    Q_PROPERTY(QString fileKind READ fileKind NOTIFY documentChanged)
+    Q_PROPERTY(bool includeUnread READ includeUnread WRITE setIncludeUnread NOTIFY documentChanged)
+    // The rows of the last service import that were not imported or lack a date.
+    Q_PROPERTY(QString notesText READ notesText NOTIFY documentChanged)
 
 public:
     explicit ImportViewController(AppDelegate *delegate = nullptr, QObject *parent = nullptr);
@@ -42,7 +48,7 @@ public:
     bool importButtonEnabled() const { return m_importEnabled; }
     QString filename() const { return m_filename; }
     int wrongFile() const { return m_wrongFile; }
-    bool busy() const { return bool(m_reader); }
+    bool busy() const { return m_reader || m_serviceRunning; }
     double progress() const { return m_progress; }
     int resultCount() const { return m_resultCount; }
     // Records of the last import that did not reach the store: refused by
@@ -50,6 +56,12 @@ public:
     int failedCount() const { return m_failed; }
     int namelessCount() const { return m_nameless; }
     const QList<ImportFileReader::NotSaved> &notSaved() const { return m_notSaved; }
+    QString fileKind() const;
+    bool includeUnread() const { return m_includeUnread; }
+    void setIncludeUnread(bool include);
+    QString notesText() const { return m_notesText; }
+    // The import of another service's file, once it is chosen.
+    const ServiceImport *serviceImport() const { return m_service.get(); }
 
 
     Q_INVOKABLE void viewDidLoad();
@@ -58,6 +70,9 @@ public:
     Q_INVOKABLE void documentPicker(const QUrl &url);
     Q_INVOKABLE void documentPickerWasCancelled() {}
     Q_INVOKABLE void ImportTextFile();
+    // Saves the list of rows not imported as a text file; asks before
+    // replacing one unless told to.
+    Q_INVOKABLE bool saveNotes(const QUrl &url, bool replace = false);
 
 Q_SIGNALS:
     void documentChanged();
@@ -72,6 +87,8 @@ private:
     void importNextBatch();
     void report();
     void setButtons(bool loadEnabled, bool importEnabled);
+    void previewService();
+    void importNextServiceBatch();
 
     std::unique_ptr<ImportFileReader> m_reader;
     std::unique_ptr<QFile> m_file;
@@ -80,6 +97,11 @@ private:
     QList<ImportFileReader::NotSaved> m_notSaved;
     int m_failed = 0;
     int m_nameless = 0;
+
+    std::unique_ptr<ServiceImport> m_service;
+    bool m_includeUnread = false;
+    bool m_serviceRunning = false;
+    QString m_notesText;
 
     QString m_filename;
     int m_wrongFile = 2;
