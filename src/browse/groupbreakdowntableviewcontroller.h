@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/screencontroller.h"
+#include "browse/deletedbook.h"
 #include "browse/groupbreakdownmodel.h"
 #include "browse/groupcounts.h"
 #include "browse/groupkind.h"
@@ -54,6 +55,8 @@ public:
     Q_INVOKABLE void selectRow(int row);
     // The trailing swipe's "delete".
     Q_INVOKABLE void deleteRow(int row);
+    // Puts the book deleted last back in the store, cover and all.
+    Q_INVOKABLE void undoDelete();
     // The PDF list and the printed report come with the print and share work.
     Q_INVOKABLE void PrintButtonTapped() {}
     Q_INVOKABLE void ShareButtonTapped() {}
@@ -62,6 +65,8 @@ Q_SIGNALS:
     void sortChanged();
     void searchTextChanged();
     void headerChanged();
+    // A book left the list; the page offers to undo it.
+    void rowDeleted(const QString &name);
 
 private:
     void fetch();
@@ -76,6 +81,7 @@ private:
     QString m_searchText;
     qint64 m_bookCount = 0;
     bool m_justLoaded = false;
+    DeletedBook m_deleted;
 };
 
 } // namespace tomewise

@@ -105,24 +105,18 @@ void ListStyleTableViewController::deleteRow(int row)
 {
     if (row < 0 || row >= m_model.rowCount())
         return;
-    Books book = m_model.book(row);
-    book.pictureImage = context().cover(book.pk);
-    const bool deleted = logIfFailed(context().deleteBook(book.pk));
+    const Books &book = m_model.book(row);
+    const QString name = book.name.value_or(QString());
+    const bool deleted = m_deleted.remove(context(), book);
     app().saveContext();
     m_model.removeShownRow(row);
-    m_deleted.reset();
-    if (deleted) {
-        m_deleted = book;
-        Q_EMIT rowDeleted(book.name.value_or(QString()));
-    }
+    if (deleted)
+        Q_EMIT rowDeleted(name);
 }
 
 void ListStyleTableViewController::undoDelete()
 {
-    if (!m_deleted)
-        return;
-    Books book = *std::exchange(m_deleted, std::nullopt);
-    if (!logIfFailed(context().insertBook(book)))
+    if (!m_deleted.restore(context()))
         return;
     app().saveContext();
     fetch();

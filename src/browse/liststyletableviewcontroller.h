@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/screencontroller.h"
+#include "browse/deletedbook.h"
 #include "browse/liststylemodel.h"
 
 #include <QVariantList>
@@ -69,7 +70,7 @@ private:
     QString m_placeholder;
     bool m_darkMode = false;
     ListStyleModel m_model;
-    std::optional<Books> m_deleted;
+    DeletedBook m_deleted;
 };
 
 } // namespace tomewise

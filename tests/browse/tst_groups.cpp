@@ -352,12 +352,22 @@ private Q_SLOTS:
         shelf(t, "Other", {{"category", "Prose"}});
         auto summary = summaryOf(t, GroupKind::Genre);
         auto b = breakdownOf(t, GroupKind::Genre, QStringLiteral("Poetry"));
+        QSignalSpy deleted(b.get(), &GroupBreakdownTableViewController::rowDeleted);
         b->deleteRow(0);
+        QCOMPARE(deleted.value(0).value(0).toString(), QStringLiteral("Only"));
         QCOMPARE(b->header(), QStringLiteral("# of Books: 0"));
         QCOMPARE(b->model()->rowCount(), 0);
         QCOMPARE(t.allBooks().size(), 1);
         summary->viewWillAppear(); // back on the summary: the row stays, counted afresh
         QCOMPARE(rows(*summary), (QStringList{"Poetry=0", "Prose=1"}));
+
+        // Undo puts it back once, and leaves the order as it was.
+        const bool asc = b->sortAsc();
+        b->undoDelete();
+        b->undoDelete();
+        QCOMPARE(b->header(), QStringLiteral("# of Books: 1"));
+        QCOMPARE(b->sortAsc(), asc);
+        QCOMPARE(t.allBooks().size(), 2);
     }
 
     void tapCopiesTheBookForTheDetailScreen_data()

@@ -35,7 +35,7 @@ TestCase {
         return texts
     }
     function expectNotice(text) {
-        const toast = findChild(window.contentItem, "toast")
+        const toast = findChild(window.contentItem, "notice")
         tryCompare(toast, "shown", true)
         compare(toast.text, text)
     }
@@ -134,9 +134,9 @@ TestCase {
     function test_3_noticeAction() {
         let undone = 0
         window.showNotice("Deleted \u201CDune\u201D", "Undo", () => undone++)
-        const toast = findChild(window.contentItem, "toast")
+        const toast = findChild(window.contentItem, "notice")
         tryCompare(toast, "shown", true)
-        mouseClick(findChild(toast, "toastAction"))
+        mouseClick(findChild(toast, "noticeAction"))
         compare(undone, 1)
         tryCompare(toast, "visible", false)
     }
