@@ -30,7 +30,7 @@ AlertLog::AlertLog(ScreenController &controller, QTextStream &err)
     QObject::connect(&controller, &ScreenController::alert, &controller,
                      [this, &err](const QString &title, const QString &message) {
                          m_alerts.append({title, message});
-                         err << title << ": " << message << Qt::endl;
+                         err << printable(title) << ": " << printable(message, LineBreaks::Keep) << Qt::endl;
                      });
 }
 
@@ -65,6 +65,24 @@ int usageError(Context &ctx, const QString &usage)
 {
     ctx.err << "usage: tomewise-cli " << usage << Qt::endl;
     return 2;
+}
+
+QString printable(const QString &text, LineBreaks lineBreaks)
+{
+    QString shown;
+    shown.reserve(text.size());
+    for (const QChar c : text) {
+        if (c.category() != QChar::Other_Control) {
+            shown += c;
+        } else if (c == u'\n') {
+            shown += lineBreaks == LineBreaks::Keep ? QStringLiteral("\n") : QStringLiteral("\\n");
+        } else if (c == u'\t') {
+            shown += lineBreaks == LineBreaks::Keep ? QStringLiteral("\t") : QStringLiteral("\\t");
+        } else {
+            shown += QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'));
+        }
+    }
+    return shown;
 }
 
 } // namespace tomewise::cli

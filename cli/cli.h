@@ -58,4 +58,11 @@ bool waitUntil(const std::function<bool()> &done, int timeoutMs);
 
 int usageError(Context &ctx, const QString &usage);
 
+// Text from a user's data as the terminal is to show it: control characters
+// (a NUL from an import line, an escape sequence) print as \n, \t or \xNN
+// instead of acting on the terminal. Multi-line text (notes, cards) may keep
+// its line breaks and tabs.
+enum class LineBreaks { Escape, Keep };
+QString printable(const QString &text, LineBreaks lineBreaks = LineBreaks::Escape);
+
 } // namespace tomewise::cli

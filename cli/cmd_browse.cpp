@@ -58,7 +58,7 @@ int summary(Context &ctx)
         if (json)
             rows.append(QJsonObject{{QStringLiteral("value"), value}, {QStringLiteral("count"), n}});
         else
-            ctx.out << value << '\t' << n << '\n';
+            ctx.out << printable(value) << '\t' << n << '\n';
     }
     if (json)
         printJson(ctx, screen.header(), rows);
@@ -88,7 +88,7 @@ int breakdown(Context &ctx)
     GroupTableViewController summary(*kind, ctx.app, nullptr);
     summary.viewDidLoad();
     if (!summary.valueList().contains(args.first())) {
-        ctx.err << "No " << groupKind(*kind).tabTitle << " row " << args.first() << Qt::endl;
+        ctx.err << "No " << groupKind(*kind).tabTitle << " row " << printable(args.first()) << Qt::endl;
         return 1;
     }
     summary.selectValue(args.first());
@@ -114,7 +114,7 @@ int breakdown(Context &ctx)
                 fields.insert(outlets.value(i), labels[i]);
             rows.append(QJsonObject{{QStringLiteral("pk"), model->book(row).pk}, {QStringLiteral("labels"), fields}});
         } else {
-            ctx.out << '\n' << labels.join(u'\n') << '\n';
+            ctx.out << '\n' << printable(labels.join(u'\n'), LineBreaks::Keep) << '\n';
         }
     }
     if (json)

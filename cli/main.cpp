@@ -3,6 +3,7 @@
 
 #include <QGuiApplication>
 
+#include <algorithm>
 #include <cstdio>
 
 using namespace tomewise;
@@ -14,8 +15,9 @@ bool isHelp(const QString &word)
     return word == QLatin1String("--help") || word == QLatin1String("-h");
 }
 
-// Usages and summaries in two columns; a usage too long for its column puts
-// its summary on the next line.
+// Usages and summaries in two columns within 80 characters: a usage too long
+// for its column puts its summary on the next line, and a long summary wraps
+// at word breaks under its column.
 void printHelp(QTextStream &out)
 {
     out << "usage: tomewise-cli [--data-dir DIR] COMMAND [ARGS...]\n\n"
@@ -24,14 +26,39 @@ void printHelp(QTextStream &out)
         << "Alerts print to stderr as TITLE: MESSAGE; log lines go to stderr too.\n"
         << "COMMAND --help prints that command's usage.\n\n"
         << "Commands:\n";
-    constexpr qsizetype kColumn = 36;
+    constexpr qsizetype kIndent = 2;
+    constexpr qsizetype kMaxColumn = 36;
+    constexpr qsizetype kWidth = 80;
+    qsizetype column = 0;
     for (const auto &c : cli::commands()) {
-        out << "  " << c.usage;
-        if (c.usage.size() < kColumn)
-            out << QString(kColumn - c.usage.size(), u' ');
-        else
-            out << '\n' << QString(kColumn + 2, u' ');
-        out << c.summary.section(u'\n', 0, 0) << '\n';
+        if (c.usage.size() < kMaxColumn)
+            column = std::max(column, c.usage.size() + 2);
+    }
+    const QString margin(kIndent + column, u' ');
+    for (const auto &c : cli::commands()) {
+        out << QString(kIndent, u' ') << c.usage;
+        qsizetype at = kIndent + c.usage.size();
+        if (c.usage.size() + 2 > column) {
+            out << '\n';
+            at = 0;
+        }
+        for (const QString &word : c.summary.section(u'\n', 0, 0).split(u' ', Qt::SkipEmptyParts)) {
+            const bool lineStart = at <= margin.size();
+            if (!lineStart && at + 1 + word.size() > kWidth) {
+                out << '\n';
+                at = 0;
+            }
+            if (at < margin.size()) {
+                out << QString(margin.size() - at, u' ');
+                at = margin.size();
+            } else {
+                out << ' ';
+                ++at;
+            }
+            out << word;
+            at += word.size();
+        }
+        out << '\n';
     }
     out.flush();
 }
