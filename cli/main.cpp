@@ -1,10 +1,11 @@
 // tomewise-cli: the app's screens driven from the command line.
 #include "cli.h"
 
+#include "app/log.h"
+
 #include <QGuiApplication>
 
 #include <algorithm>
-#include <cstdio>
 
 using namespace tomewise;
 
@@ -69,25 +70,11 @@ void printCommandHelp(QTextStream &out, const cli::Command &command)
     out.flush();
 }
 
-// Qt warns when the session has no runtime folder, which a command-line user
-// can do nothing about; everything else passes through.
-QtMessageHandler g_previousHandler = nullptr;
-
-void filterMessages(QtMsgType type, const QMessageLogContext &context, const QString &message)
-{
-    if (message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")))
-        return;
-    if (g_previousHandler)
-        g_previousHandler(type, context, message);
-    else
-        std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    g_previousHandler = qInstallMessageHandler(filterMessages);
+    filterRuntimeFolderWarning();
     // Fonts and images need a GUI application; there is no window to show.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
