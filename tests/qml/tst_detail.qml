@@ -117,6 +117,7 @@ TestCase {
         mouseClick(findChild(window.header, "shareButton"))
         const sheet = findChild(page(), "shareSheet")
         tryCompare(sheet, "opened", true)
+        verify(findChild(sheet, "shareImage").visible)
         verify(findChild(sheet, "shareText").text.startsWith("Book Name: Good Omens (Edited)\nAuthor: Neil Gaiman"))
         verify(findChild(sheet, "shareText").text.endsWith("Notes: The world ends on a Saturday.\nNext Saturday, in fact.\n"))
         wait(300)
