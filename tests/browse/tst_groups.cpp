@@ -3,11 +3,11 @@
 // and the command line over the same screens.
 #include "browse/groupbreakdowntableviewcontroller.h"
 #include "browse/grouptableviewcontroller.h"
+#include "support/clirun.h"
 #include "support/logcapture.h"
 #include "support/testapp.h"
 
 #include <QAbstractItemModelTester>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -411,12 +411,7 @@ private Q_SLOTS:
         shelf(t, "Abe", {{"bookFormat", "Paperback"}, {"author", "Bob"}});
         shelf(t, "Kin", {{"bookFormat", "Kindle"}});
         t.store().saveContext();
-        auto run = [&](const QStringList &args) {
-            QProcess p;
-            p.start(QStringLiteral(TOMEWISE_CLI), QStringList{"--data-dir", t.dataDirectory()} + args);
-            p.waitForFinished(30000);
-            return QString::fromUtf8(p.readAllStandardOutput());
-        };
+        auto run = [&](const QStringList &args) { return runCli(t.dataDirectory(), args).out; };
         QCOMPARE(run({"summary", "format", "--desc"}), QStringLiteral("2 Formats\nPaperback\t2\nKindle\t1\n"));
         QCOMPARE(run({"summary", "author", "--search", "BO"}), QStringLiteral("1 Authors\nBob\t1\n"));
         QCOMPARE(run({"breakdown", "format", "Paperback", "--sort", "2", "--sort", "2"}),

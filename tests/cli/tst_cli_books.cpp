@@ -1,10 +1,14 @@
 // tomewise-cli book add / books / book show / book edit / book delete, run as a separate process.
+#include "support/clirun.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+
+using tomewise::test::CliRun;
+using tomewise::test::runCli;
 
 class TestCliBooks : public QObject
 {
@@ -13,18 +17,10 @@ class TestCliBooks : public QObject
 private:
     QTemporaryDir m_dir;
 
-    struct Run
-    {
-        int status;
-        QString out;
-        QString err;
-    };
+    using Run = CliRun;
     Run cli(const QStringList &args, const QString &dataDir = QString())
     {
-        QProcess p;
-        p.start(QStringLiteral(TOMEWISE_CLI), QStringList{"--data-dir", dataDir.isEmpty() ? m_dir.path() : dataDir} + args);
-        p.waitForFinished(60000);
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
+        return runCli(dataDir.isEmpty() ? m_dir.path() : dataDir, args);
     }
 
 private Q_SLOTS:
@@ -109,6 +105,22 @@ private Q_SLOTS:
 
         QCOMPARE(cli({"book", "show", "--index", "7"}).status, 1);
         QCOMPARE(cli({"book", "edit", "--index", "0", "--pages", "x"}).status, 2);
+    }
+
+    // A title that carries terminal controls is echoed escaped, never acted on.
+    void controlCharactersPrintEscaped()
+    {
+        QTemporaryDir dir;
+        const QString title = QStringLiteral("Du\x1b[2Jne\a");
+        const Run added = cli({"book", "add", "--title", title, "--author", "Frank Herbert"}, dir.path());
+        QCOMPARE(added.status, 0);
+        QVERIFY2(added.out.startsWith(QStringLiteral("Saved \"Du\\x1b[2Jne\\x07\"")), qPrintable(added.out));
+        const Run listed = cli({"books"}, dir.path());
+        QVERIFY2(listed.out.contains(QStringLiteral("Book Name: Du\\x1b[2Jne\\x07\n")), qPrintable(listed.out));
+        for (const QString &text : {added.out, added.err, listed.out, listed.err}) {
+            for (const QChar c : text)
+                QVERIFY2(c == u'\n' || c.category() != QChar::Other_Control, qPrintable(text));
+        }
     }
 };
 
