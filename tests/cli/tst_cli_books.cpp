@@ -1,6 +1,7 @@
 // tomewise-cli book add / books / book show / book edit / book delete, run as a separate process.
 #include "support/clirun.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -117,7 +118,15 @@ private Q_SLOTS:
         QVERIFY2(added.out.startsWith(QStringLiteral("Saved \"Du\\x1b[2Jne\\x07\"")), qPrintable(added.out));
         const Run listed = cli({"books"}, dir.path());
         QVERIFY2(listed.out.contains(QStringLiteral("Book Name: Du\\x1b[2Jne\\x07\n")), qPrintable(listed.out));
-        for (const QString &text : {added.out, added.err, listed.out, listed.err}) {
+        // An import line of NUL bytes is named as not saved, escaped.
+        QFile file(dir.filePath(QStringLiteral("in.csv")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray("[TOMEWISE]\n") + QByteArray(3, '\0') + '\n');
+        file.close();
+        const Run imported = cli({"import", file.fileName()}, dir.path());
+        QVERIFY2(imported.err.contains(QStringLiteral("Not saved: line 2, \"\" by \"\\x00\\x00\\x00\"")),
+                 qPrintable(imported.err));
+        for (const QString &text : {added.out, added.err, listed.out, listed.err, imported.out, imported.err}) {
             for (const QChar c : text)
                 QVERIFY2(c == u'\n' || c.category() != QChar::Other_Control, qPrintable(text));
         }

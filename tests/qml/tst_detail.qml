@@ -130,15 +130,4 @@ TestCase {
         // The list fetched the saved book again on its return.
         tryVerify(() => list.itemAtIndex(0).model.MiddleLabel === "Book Name: Good Omens (Edited)")
     }
-
-    // The notice's optional action runs its handler once and closes it.
-    function test_3_noticeAction() {
-        let undone = 0
-        window.showNotice("Deleted \u201CDune\u201D", "Undo", () => undone++)
-        const toast = findChild(window.contentItem, "notice")
-        tryCompare(toast, "shown", true)
-        mouseClick(findChild(toast, "noticeAction"))
-        compare(undone, 1)
-        tryCompare(toast, "visible", false)
-    }
 }
