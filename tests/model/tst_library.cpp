@@ -83,18 +83,13 @@ void TestLibrary::busyStoreFailsLoudly_data()
     QTest::addColumn<QStringList>("args");
     QTest::addColumn<QString>("named"); // what stderr must name as not saved
 
-    void TestLibrary::busyStoreFailsLoudly_data()
-{
-    QTest::addColumn<QStringList>("args");
-    QTest::addColumn<QString>("named"); // what stderr must name as not saved
-
     QTest::newRow("book add") << QStringList{"book", "add", "--title", "Dune", "--author", "Frank Herbert"}
-                              << QByteArray("Not saved: \"Dune\"");
+                              << QStringLiteral("Not saved: \"Dune\"");
     QTest::newRow("book edit") << QStringList{"book", "edit", "--index", "0", "--pages", "12"}
-                               << QByteArray("Not saved: the changes to the book");
-    QTest::newRow("book delete") << QStringList{"book", "delete", "--index", "0"} << QByteArray("Not deleted: ");
+                               << QStringLiteral("Not saved: the changes to the book");
+    QTest::newRow("book delete") << QStringList{"book", "delete", "--index", "0"} << QStringLiteral("Not deleted: ");
     QTest::newRow("import") << QStringList{"import", "@file"}
-                            << QByteArray("Not saved: line 3, \"Emma\" by \"Jane Austen\": ");
+                            << QStringLiteral("Not saved: line 3, \"Emma\" by \"Jane Austen\": ");
 }
 
 void TestLibrary::busyStoreFailsLoudly()
