@@ -151,6 +151,8 @@ TestCase {
         const notice = findChild(window.contentItem, "notice")
         tryCompare(notice, "shown", true)
         compare(notice.text, "Deleted \u201cPersuasion\u201d")
+        wait(200)
+        shots.save(window, "breakdown-deleted")
         mouseClick(findChild(notice, "noticeAction"))
         tryCompare(back, "count", 1)
         compare(findChild(page(), "sectionHeader").text, "# of Books: 1")
