@@ -288,12 +288,13 @@ int bookEdit(Context &ctx, QStringList &args)
     if (!args.isEmpty())
         return usageError(ctx, usage);
     const int failedBefore = ctx.app->persistentContainer().failedWrites();
+    const QString notSaved = QStringLiteral("Not saved: the changes to the book");
     if (!detail.UpdateBook()) {
-        if (!alerts.count())
+        if (refusedByStore(ctx, failedBefore, notSaved) == 0 && !alerts.count())
             ctx.err << "The book was not saved" << Qt::endl;
         return 1;
     }
-    if (const int status = refusedByStore(ctx, failedBefore, QStringLiteral("Not saved: the changes to the book")))
+    if (const int status = refusedByStore(ctx, failedBefore, notSaved))
         return status;
     ctx.out << printable(detail.shareText(), LineBreaks::Keep);
     return 0;

@@ -97,7 +97,9 @@ void TestLibrary::busyStoreFailsLoudly()
     QFETCH(QStringList, args);
     QFETCH(QString, named);
     TestApp t;
-    t.insert(book(QStringLiteral("Persuasion"), QStringLiteral("Jane Austen")));
+    Books persuasion = book(QStringLiteral("Persuasion"), QStringLiteral("Jane Austen"));
+    persuasion.dt = QStringLiteral("Mar 4, 2021"); // the detail screen refuses an edit without a date
+    t.insert(persuasion);
     QTemporaryDir dir;
     QFile file(dir.filePath(QStringLiteral("in.csv")));
     QVERIFY(file.open(QIODevice::WriteOnly));
