@@ -53,7 +53,7 @@ Rectangle {
     radius: 8
     color: "#323232"
     opacity: 0
-    visible: opacity > 0
+    visible: shown || opacity > 0
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text
 

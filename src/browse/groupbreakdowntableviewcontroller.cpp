@@ -195,6 +195,9 @@ void GroupBreakdownTableViewController::undoDelete()
     // Every fetch turns the order round; an undo keeps the order on screen.
     m_sortAsc = !sortAsc();
     fetch();
+    // A search shows its own rows, which a fetch leaves alone; the book goes back among them.
+    if (m_model.searching())
+        m_model.setSearchText(m_searchText);
 }
 
 } // namespace tomewise

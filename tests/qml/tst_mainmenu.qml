@@ -59,6 +59,7 @@ TestCase {
         mouseClick(rate)
         tryCompare(page(), "title", "Rate & Share")
         // A text alone shares without an empty picture frame above it.
+        tryCompare(window.pageStack, "busy", false)
         mouseClick(findChild(page(), "RateShareRow1"))
         const sheet = findChild(page(), "shareSheet")
         tryCompare(sheet, "opened", true)
