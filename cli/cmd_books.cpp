@@ -5,6 +5,7 @@
 #include "entry/booksearchmanager.h"
 #include "entry/detailviewcontroller.h"
 #include "entry/newbookviewcontroller.h"
+#include "model/coverimage.h"
 
 #include <QImage>
 #include <QRegularExpression>
@@ -79,12 +80,12 @@ int typeFields(Context &ctx, QStringList &args, BookForm &form)
             form.setProperty(o.field, *value);
     }
     if (const auto cover = takeOption(args, QStringLiteral("--cover"))) {
-        const QImage image(*cover);
-        if (image.isNull()) {
-            ctx.err << "--cover: not an image: " << printable(*cover) << Qt::endl;
+        const CoverImage::Decoded image = CoverImage::decodeFile(*cover);
+        if (!image) {
+            ctx.err << "--cover: " << printable(*cover) << ": " << image.error << Qt::endl;
             return 2;
         }
-        form.imagePicked(image);
+        form.imagePicked(image.image);
     }
     if (!form.dateTextField().isEmpty() && !form.readDate().isValid()) {
         ctx.err << "--date: not a date: \"" << printable(form.dateTextField()) << "\"" << Qt::endl;
@@ -290,7 +291,9 @@ int bookEdit(Context &ctx, QStringList &args)
     const int failedBefore = ctx.app->persistentContainer().failedWrites();
     const QString notSaved = QStringLiteral("Not saved: the changes to the book");
     if (!detail.UpdateBook()) {
-        if (refusedByStore(ctx, failedBefore, notSaved) == 0 && !alerts.count())
+        if (const int status = refusedByStore(ctx, failedBefore, notSaved))
+            return status;
+        if (!alerts.count())
             ctx.err << "The book was not saved" << Qt::endl;
         return 1;
     }

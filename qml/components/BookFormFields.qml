@@ -251,7 +251,7 @@ Flickable {
         id: fileDialog
         objectName: "coverPicker"
         title: "Choose a cover picture"
-        nameFilters: ["Images (*.jpg *.jpeg *.png)", "All images (*.jpg *.jpeg *.png *.gif *.bmp *.webp *.tif *.tiff)", "All files (*)"]
+        nameFilters: ["Pictures (*.jpg *.jpeg *.png)", "All files (*)"]
         onAccepted: fields.form.documentPicked(selectedFile)
     }
 

@@ -2,10 +2,10 @@
 
 #include "app/appdelegate.h"
 #include "app/log.h"
+#include "model/coverimage.h"
 
 #include <QBuffer>
 #include <QHash>
-#include <QImage>
 #include <QImageWriter>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -51,8 +51,8 @@ void seedReferenceLists(AppDelegate &app)
 
 std::optional<QByteArray> reencodeJpeg(const QByteArray &bytes, double quality)
 {
-    QImage image;
-    if (bytes.isEmpty() || !image.loadFromData(bytes))
+    const QImage image = CoverImage::decode(bytes).image;
+    if (image.isNull())
         return std::nullopt;
     QByteArray out;
     QBuffer buffer(&out);

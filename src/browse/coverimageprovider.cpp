@@ -1,6 +1,7 @@
 #include "coverimageprovider.h"
 
 #include "app/appdelegate.h"
+#include "model/coverimage.h"
 
 namespace tomewise {
 
@@ -17,7 +18,7 @@ QImage CoverImageProvider::requestImage(const QString &id, QSize *size, const QS
     const qint64 pk = id.section(u'/', 0, 0).toLongLong(&ok);
     if (ok && m_delegate) {
         if (auto bytes = m_delegate->persistentContainer().cover(pk))
-            image = QImage::fromData(*bytes);
+            image = CoverImage::decode(*bytes).image;
     }
     if (!image.isNull() && requestedSize.isValid())
         image = image.scaled(requestedSize, Qt::KeepAspectRatio, Qt::SmoothTransformation);

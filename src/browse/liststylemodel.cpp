@@ -109,7 +109,7 @@ QVariant ListStyleModel::data(const QModelIndex &index, int role) const
     if (role == PkRole)
         return r.book.pk;
     if (role == CoverSourceRole)
-        return r.hasCover ? QStringLiteral("image://cover/%1").arg(r.book.pk) : QString();
+        return r.hasCover ? QStringLiteral("image://cover/%1/%2").arg(r.book.pk).arg(m_coverRevision) : QString();
     if (role >= LabelRole && role < AttributeRole)
         return expand(m_option->labels[size_t(role - LabelRole)], r);
     const auto attributes = booksAttributes();

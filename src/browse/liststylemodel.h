@@ -33,6 +33,9 @@ public:
     // Takes a fresh fetch; date texts and search keys are worked out here once.
     void setBooks(QList<Books> books, const ListStyleSortOption &option, const DateText &dates,
                   QSet<qint64> coverKeys);
+    // The store's cover revision, carried in each cover's image address so that a
+    // changed cover is fetched again rather than taken from the image cache.
+    void setCoverRevision(quint64 revision) { m_coverRevision = revision; }
     // Keeps the books whose compared text contains `text` (case-insensitive), in order.
     void refilter(const QString &text);
 
@@ -65,6 +68,7 @@ private:
     QList<int> m_all;       // BookList, as indexes into m_books
     QList<int> m_filtered;  // FilteredBookList
     bool m_searching = false;
+    quint64 m_coverRevision = 0;
     const ListStyleSortOption *m_option = &kListStyleSortOptions[0];
 };
 

@@ -89,6 +89,7 @@ void ListStyleTableViewController::fetch()
 
 void ListStyleTableViewController::refilter()
 {
+    m_model.setCoverRevision(context().coverRevision());
     m_model.refilter(searchText());
 }
 

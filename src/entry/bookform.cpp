@@ -3,11 +3,11 @@
 #include "app/log.h"
 #include "entry/bookfill.h"
 #include "entry/booksearchmanager.h"
+#include "model/coverimage.h"
 
 #include <QBuffer>
 #include <QPointer>
-#include <QFile>
-#include <QImageReader>
+#include <QFileInfo>
 #include <QImageWriter>
 #include <QPainter>
 #include <QUrl>
@@ -82,7 +82,8 @@ void BookForm::showBook(const Books &book)
     m_series = book.series.value_or(QString());
     m_notes = book.notes.value_or(QString());
     Q_EMIT fieldsChanged();
-    showCover(book.pictureImage ? QImage::fromData(*book.pictureImage) : QImage());
+    // Stored bytes that are no safe picture stay in the store and are not drawn.
+    showCover(book.pictureImage ? CoverImage::decode(*book.pictureImage).image : QImage());
 }
 
 void BookForm::showNumbers(const Books &book)
@@ -299,13 +300,15 @@ void BookForm::imagePicked(const QImage &image)
 
 bool BookForm::documentPicked(const QUrl &url)
 {
-    QFile file(url.isLocalFile() ? url.toLocalFile() : url.toString());
-    if (!file.open(QIODevice::ReadOnly))
+    const QString path = url.isLocalFile() ? url.toLocalFile() : url.toString();
+    const CoverImage::Decoded cover = CoverImage::decodeFile(path);
+    if (!cover) {
+        // The cover stays as it was; the user learns why nothing changed.
+        showAlert(QStringLiteral("Cover Not Changed"),
+                  QStringLiteral("\u201C%1\u201D: %2").arg(QFileInfo(path).fileName(), cover.error));
         return false;
-    const QImage image = QImage::fromData(file.readAll());
-    if (image.isNull())
-        return false;
-    setImage(image);
+    }
+    setImage(cover.image);
     return true;
 }
 

@@ -2,10 +2,12 @@
 
 #include "app/log.h"
 #include "app/settings.h"
+#include "model/coverimage.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QTimer>
 #include <QUrlQuery>
 
 namespace tomewise {
@@ -21,6 +23,22 @@ bool answeredOverHttp(QNetworkReply *reply)
 int statusCode(QNetworkReply *reply)
 {
     return reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+}
+
+// Why a request was cut short by its limits; absent when it ran its course.
+constexpr auto kAbortReason = "tomewiseAbortReason";
+
+QString abortReason(const QNetworkReply *reply)
+{
+    return reply->property(kAbortReason).toString();
+}
+
+void abortWith(QNetworkReply *reply, const QString &reason)
+{
+    if (!abortReason(reply).isEmpty())
+        return;
+    reply->setProperty(kAbortReason, reason);
+    reply->abort();
 }
 
 // Query-item encoding leaves '+' alone, which servers read as a blank; the
@@ -62,17 +80,32 @@ QUrl BookSearchManager::searchURL(const QString &isbn) const
     return url;
 }
 
-QNetworkReply *BookSearchManager::get(const QUrl &url)
+QNetworkReply *BookSearchManager::get(const QUrl &url, qint64 maxBytes)
 {
     QNetworkRequest request(url);
-    request.setTransferTimeout(m_timeoutMs);
+    request.setTransferTimeout(m_limits.timeoutMs);
     ++m_pending;
-    return m_network->get(request);
+    QNetworkReply *reply = m_network->get(request);
+    // An answer is never read past its cap, and never waited for past the
+    // deadline: an endless or dripping server must not hold memory or the form.
+    const QString tooLarge = QStringLiteral("The answer is larger than %1 MB.").arg(maxBytes / (1024 * 1024));
+    connect(reply, &QNetworkReply::metaDataChanged, reply, [reply, maxBytes, tooLarge] {
+        if (reply->header(QNetworkRequest::ContentLengthHeader).toLongLong() > maxBytes)
+            abortWith(reply, tooLarge);
+    });
+    connect(reply, &QNetworkReply::downloadProgress, reply, [reply, maxBytes, tooLarge](qint64 received, qint64 total) {
+        if (received > maxBytes || total > maxBytes)
+            abortWith(reply, tooLarge);
+    });
+    QTimer::singleShot(m_limits.deadlineMs, reply, [reply, seconds = m_limits.deadlineMs / 1000.0] {
+        abortWith(reply, QStringLiteral("The answer took longer than %1 seconds.").arg(seconds));
+    });
+    return reply;
 }
 
 void BookSearchManager::search(const QString &isbn, Completion completion)
 {
-    QNetworkReply *reply = get(searchURL(isbn));
+    QNetworkReply *reply = get(searchURL(isbn), m_limits.answerBytes);
     // The reply finishes on this object's (the user-interface) thread, so the
     // held answer the completion writes is never touched from another thread.
     connect(reply, &QNetworkReply::finished, this, [this, reply, completion = std::move(completion)] {
@@ -85,6 +118,10 @@ void BookSearchManager::search(const QString &isbn, Completion completion)
 
 void BookSearchManager::handleSearchAnswer(QNetworkReply *reply, const Completion &completion)
 {
+    if (const QString reason = abortReason(reply); !reason.isEmpty()) {
+        qCInfo(lcEntry).noquote() << "URL Session Task Failed: " + reason;
+        return;
+    }
     if (!answeredOverHttp(reply)) {
         if (reply->error() != QNetworkReply::NoError) {
             qCInfo(lcEntry).noquote() << "URL Session Task Failed: " + reply->errorString();
@@ -110,7 +147,7 @@ void BookSearchManager::handleSearchAnswer(QNetworkReply *reply, const Completio
 
 void BookSearchManager::downloadCover(const QUrl &url, CoverCompletion completion)
 {
-    QNetworkReply *reply = get(url);
+    QNetworkReply *reply = get(url, m_limits.coverBytes);
     connect(reply, &QNetworkReply::finished, this, [this, reply, completion = std::move(completion)] {
         reply->deleteLater();
         --m_pending;
@@ -121,14 +158,22 @@ void BookSearchManager::downloadCover(const QUrl &url, CoverCompletion completio
 
 void BookSearchManager::handleCoverAnswer(QNetworkReply *reply, const CoverCompletion &completion)
 {
+    if (const QString reason = abortReason(reply); !reason.isEmpty()) {
+        qCInfo(lcEntry).noquote() << "Failed fetching image: " + reason;
+        return;
+    }
     if (!answeredOverHttp(reply) && reply->error() != QNetworkReply::NoError) {
         qCInfo(lcEntry).noquote() << "Failed fetching image: " + reply->errorString();
         return;
     }
     const QByteArray data = reply->readAll();
     if (answeredOverHttp(reply) && statusCode(reply) == 200 && !data.isEmpty()) {
-        // Bytes that are no picture give a null image; the form shows what it gets.
-        completion(QImage::fromData(data));
+        // Bytes that are no picture leave the form's cover as it was.
+        const CoverImage::Decoded cover = CoverImage::decode(data);
+        if (cover)
+            completion(cover.image);
+        else
+            qCInfo(lcEntry).noquote() << cover.error;
         return;
     }
     qCInfo(lcEntry) << "Not a proper HTTPURLResponse of statusCode";

@@ -474,6 +474,7 @@ StoreResult BookStore::updateBook(const Books &book)
 
 StoreResult BookStore::setCover(qint64 pk, const Data &pictureImage)
 {
+    ++m_coverRevision;
     const QString sql = pictureImage
         ? QStringLiteral("INSERT OR REPLACE INTO BooksPictureImage (book, pictureImage) VALUES (?, ?)")
         : QStringLiteral("DELETE FROM BooksPictureImage WHERE book=?");
@@ -509,6 +510,7 @@ std::optional<QSet<qint64>> BookStore::coverKeys(QString *error)
 
 StoreResult BookStore::deleteBook(qint64 pk)
 {
+    ++m_coverRevision; // the key may be given to the next book inserted
     Transaction t(*this);
     for (const auto &sql : {QStringLiteral("DELETE FROM BooksPictureImage WHERE book=?"),
                             QStringLiteral("DELETE FROM Books WHERE pk=?")}) {

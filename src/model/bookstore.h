@@ -70,6 +70,9 @@ public:
     // The keys of the books that have a cover, in one query (lists show a
     // picture only for those, without loading any).
     std::optional<QSet<qint64>> coverKeys(QString *error = nullptr);
+    // Changes whenever a cover is set, removed or deleted with its book, so that
+    // an image address carrying it never names an outdated picture.
+    quint64 coverRevision() const { return m_coverRevision; }
     StoreResult deleteBook(qint64 pk);
 
     // Reference lists (GenreList, RatingList, SeriesList)
@@ -125,6 +128,7 @@ private:
     QHash<QString, QSqlQuery> m_statements;
     int m_transactionDepth = 0;
     int m_failedWrites = 0;
+    quint64 m_coverRevision = 0;
 };
 
 } // namespace tomewise

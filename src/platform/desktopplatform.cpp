@@ -1,5 +1,7 @@
 #include "desktopplatform.h"
 
+#include "model/coverimage.h"
+
 #include <QCameraDevice>
 #include <QClipboard>
 #include <QDesktopServices>
@@ -22,12 +24,24 @@ std::optional<QImage> DesktopPlatform::clipboardImage() const
     if (!app)
         return std::nullopt;
     const QMimeData *mime = QGuiApplication::clipboard()->mimeData();
-    if (!mime || !mime->hasImage())
+    if (!mime)
         return std::nullopt;
-    QImage image = qvariant_cast<QImage>(mime->imageData());
-    if (image.isNull())
-        return std::nullopt;
-    return image;
+    // Another program's clipboard is read only as PNG or JPEG bytes: asking Qt
+    // for "an image" would hand a PDF or SVG to its plugins.
+    for (const auto *type : {"image/png", "image/jpeg"}) {
+        if (mime->hasFormat(QLatin1String(type))) {
+            if (auto cover = CoverImage::decode(mime->data(QLatin1String(type))))
+                return cover.image;
+        }
+    }
+    // Data this program put there holds a picture already; only what the window
+    // system brings in from elsewhere is a QInternalMimeData that decodes on demand.
+    if (!mime->inherits("QInternalMimeData") && mime->hasImage()) {
+        QImage image = qvariant_cast<QImage>(mime->imageData());
+        if (!image.isNull())
+            return image;
+    }
+    return std::nullopt;
 }
 
 bool DesktopPlatform::canSendMail() const

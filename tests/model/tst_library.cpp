@@ -98,7 +98,7 @@ void TestLibrary::busyStoreFailsLoudly()
     QFETCH(QString, named);
     TestApp t;
     Books persuasion = book(QStringLiteral("Persuasion"), QStringLiteral("Jane Austen"));
-    persuasion.dt = QStringLiteral("Mar 4, 2021"); // the detail screen refuses an edit without a date
+    persuasion.dt = QStringLiteral("March 4, 2021"); // the detail screen refuses a book without a date
     t.insert(persuasion);
     QTemporaryDir dir;
     QFile file(dir.filePath(QStringLiteral("in.csv")));

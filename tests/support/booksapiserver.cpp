@@ -124,6 +124,10 @@ void BooksApiServer::serve(QTcpSocket *socket)
         Q_EMIT requestReceived();
 
         const Answer answer = answerFor(request);
+        if (answer.stream != Answer::Stream::None) {
+            stream(socket, answer);
+            return;
+        }
         QByteArray body = answer.body;
         body.replace("{{server}}", baseAddress().toEncoded());
         QByteArray response = "HTTP/1.1 " + QByteArray::number(answer.status) + ' ' + reasonPhrase(answer.status)
@@ -138,6 +142,28 @@ void BooksApiServer::serve(QTcpSocket *socket)
             guarded->disconnectFromHost();
         });
     });
+}
+
+void BooksApiServer::stream(QTcpSocket *socket, const Answer &answer)
+{
+    QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + ' ' + reasonPhrase(answer.status)
+                      + "\r\nContent-Type: " + answer.contentType;
+    if (answer.declaredLength >= 0)
+        head += "\r\nContent-Length: " + QByteArray::number(answer.declaredLength);
+    socket->write(head + "\r\nConnection: close\r\n\r\n");
+    if (answer.stream == Answer::Stream::Drip) {
+        auto *timer = new QTimer(socket);
+        connect(timer, &QTimer::timeout, socket, [socket] { socket->write("x"); });
+        timer->start(answer.dripMs);
+        return;
+    }
+    const QByteArray chunk(64 * 1024, 'x');
+    const auto topUp = [socket, chunk] {
+        while (socket->state() == QAbstractSocket::ConnectedState && socket->bytesToWrite() < 4 * chunk.size())
+            socket->write(chunk);
+    };
+    connect(socket, &QTcpSocket::bytesWritten, socket, topUp);
+    topUp();
 }
 
 BooksApiServer::Answer BooksApiServer::answerFor(const Request &request) const

@@ -29,6 +29,11 @@ public:
         QByteArray body;
         QByteArray contentType = "application/json; charset=UTF-8";
         int delayMs = 0;
+        // A body that never ends: Endless sends as fast as the client reads,
+        // Drip one byte every dripMs; either stops only when the client hangs up.
+        enum class Stream { None, Endless, Drip } stream = Stream::None;
+        int dripMs = 100;
+        qint64 declaredLength = -1; // Content-Length of a stream; -1: none sent
     };
 
     struct Request
@@ -63,6 +68,7 @@ Q_SIGNALS:
 
 private:
     void serve(QTcpSocket *socket);
+    void stream(QTcpSocket *socket, const Answer &answer);
     Answer answerFor(const Request &request) const;
     Answer volumesAnswer(const QString &q) const;
 
