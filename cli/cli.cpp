@@ -31,7 +31,7 @@ AlertLog::AlertLog(ScreenController &controller, QTextStream &err)
     QObject::connect(&controller, &ScreenController::alert, &controller,
                      [this, &err](const QString &title, const QString &message) {
                          m_alerts.append({title, message});
-                         err << title << ": " << message << Qt::endl;
+                         err << printable(title) << ": " << printable(message, LineBreaks::Keep) << Qt::endl;
                      });
 }
 
@@ -86,11 +86,29 @@ bool selectGroupValue(Context &ctx, GroupKind kind, const QString &value)
     GroupTableViewController summary(kind, ctx.app, nullptr);
     summary.viewDidLoad();
     if (!summary.valueList().contains(value)) {
-        ctx.err << "No " << groupKind(kind).tabTitle << " row " << value << Qt::endl;
+        ctx.err << "No " << groupKind(kind).tabTitle << " row " << printable(value) << Qt::endl;
         return false;
     }
     summary.selectValue(value);
     return true;
+}
+
+QString printable(const QString &text, LineBreaks lineBreaks)
+{
+    QString shown;
+    shown.reserve(text.size());
+    for (const QChar c : text) {
+        if (c.category() != QChar::Other_Control) {
+            shown += c;
+        } else if (c == u'\n') {
+            shown += lineBreaks == LineBreaks::Keep ? QStringLiteral("\n") : QStringLiteral("\\n");
+        } else if (c == u'\t') {
+            shown += lineBreaks == LineBreaks::Keep ? QStringLiteral("\t") : QStringLiteral("\\t");
+        } else {
+            shown += QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'));
+        }
+    }
+    return shown;
 }
 
 } // namespace tomewise::cli

@@ -67,4 +67,11 @@ std::optional<QList<int>> takeSorts(QStringList &args);
 // false (with a message) when the summary has no such row.
 bool selectGroupValue(Context &ctx, GroupKind kind, const QString &value);
 
+// Text from a user's data as the terminal is to show it: control characters
+// (a NUL from an import line, an escape sequence) print as \n, \t or \xNN
+// instead of acting on the terminal. Multi-line text (notes, cards) may keep
+// its line breaks and tabs.
+enum class LineBreaks { Escape, Keep };
+QString printable(const QString &text, LineBreaks lineBreaks = LineBreaks::Escape);
+
 } // namespace tomewise::cli

@@ -71,7 +71,7 @@ int typeFields(Context &ctx, QStringList &args, BookForm &form)
         if (!value)
             continue;
         if (o.digitsOnly && !BookForm::shouldChangeCharacters(QString(), *value)) {
-            ctx.err << o.option << ": only digits are accepted, not \"" << *value << "\"" << Qt::endl;
+            ctx.err << o.option << ": only digits are accepted, not \"" << printable(*value) << "\"" << Qt::endl;
             return 2;
         }
         const QDate day = std::string_view(o.option) == "--date" ? isoDate(*value) : QDate();
@@ -83,13 +83,13 @@ int typeFields(Context &ctx, QStringList &args, BookForm &form)
     if (const auto cover = takeOption(args, QStringLiteral("--cover"))) {
         const CoverImage::Decoded image = CoverImage::decodeFile(*cover);
         if (!image) {
-            ctx.err << "--cover: " << *cover << ": " << image.error << Qt::endl;
+            ctx.err << "--cover: " << printable(*cover) << ": " << image.error << Qt::endl;
             return 2;
         }
         form.imagePicked(image.image);
     }
     if (!form.dateTextField().isEmpty() && !form.readDate().isValid()) {
-        ctx.err << "--date: not a date: \"" << form.dateTextField() << "\"" << Qt::endl;
+        ctx.err << "--date: not a date: \"" << printable(form.dateTextField()) << "\"" << Qt::endl;
         return 2;
     }
     return 0;
@@ -153,9 +153,10 @@ int bookAdd(Context &ctx, QStringList &args)
     if (!form.SaveNewBook())
         return 1;
     if (const int status = refusedByStore(
-            ctx, failedBefore, QStringLiteral("Not saved: \"%1\"").arg(form.savedBook().name.value_or(QString()))))
+            ctx, failedBefore, QStringLiteral("Not saved: \"%1\"").arg(printable(form.savedBook().name.value_or(QString())))))
         return status;
-    ctx.out << "Saved \"" << form.savedBook().name.value_or(QString()) << "\" (" << form.savedBook().dt.value_or(QString())
+    ctx.out << "Saved \"" << printable(form.savedBook().name.value_or(QString())) << "\" ("
+            << printable(form.savedBook().dt.value_or(QString()))
             << ")" << Qt::endl;
     return 0;
 }
@@ -240,7 +241,7 @@ int books(Context &ctx)
     }
     ctx.out << list.header() << "\n";
     for (int row = 0; row < model.rowCount(); ++row)
-        ctx.out << "\n" << model.labels(row).join(u'\n') << "\n";
+        ctx.out << "\n" << printable(model.labels(row).join(u'\n'), LineBreaks::Keep) << "\n";
     return 0;
 }
 
@@ -279,7 +280,7 @@ int bookDelete(Context &ctx, QStringList &args)
     list.deleteRow(*row);
     if (refusedByStore(ctx, failedBefore, QStringLiteral("Not deleted: ") + labels.value(0)))
         return 1;
-    ctx.out << "Deleted:\n" << labels.join(u'\n') << Qt::endl;
+    ctx.out << "Deleted:\n" << printable(labels.join(u'\n'), LineBreaks::Keep) << Qt::endl;
     return 0;
 }
 
@@ -304,7 +305,7 @@ int bookShow(Context &ctx, QStringList &args)
         return status;
     if (!args.isEmpty())
         return usageError(ctx, usage);
-    ctx.out << detail.shareText();
+    ctx.out << printable(detail.shareText(), LineBreaks::Keep);
     return 0;
 }
 
@@ -330,7 +331,7 @@ int bookEdit(Context &ctx, QStringList &args)
     }
     if (const int status = refusedByStore(ctx, failedBefore, notSaved))
         return status;
-    ctx.out << detail.shareText();
+    ctx.out << printable(detail.shareText(), LineBreaks::Keep);
     return 0;
 }
 

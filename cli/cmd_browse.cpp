@@ -58,7 +58,7 @@ int summary(Context &ctx)
         if (json)
             rows.append(QJsonObject{{QStringLiteral("value"), value}, {QStringLiteral("count"), n}});
         else
-            ctx.out << value << '\t' << n << '\n';
+            ctx.out << printable(value) << '\t' << n << '\n';
     }
     if (json)
         printJson(ctx, screen.header(), rows);
@@ -100,7 +100,7 @@ int breakdown(Context &ctx)
                 fields.insert(outlets.value(i), labels[i]);
             rows.append(QJsonObject{{QStringLiteral("pk"), model->book(row).pk}, {QStringLiteral("labels"), fields}});
         } else {
-            ctx.out << '\n' << labels.join(u'\n') << '\n';
+            ctx.out << '\n' << printable(labels.join(u'\n'), LineBreaks::Keep) << '\n';
         }
     }
     if (json)

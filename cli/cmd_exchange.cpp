@@ -80,14 +80,14 @@ int importFile(Context &ctx)
     QObject::connect(&screen, &ImportViewController::imported, &screen, [&] { done = true; });
     screen.ImportTextFile();
     waitUntil([&] { return done; }, kTimeoutMs);
-    ctx.out << screen.alertTitle() << ": " << screen.alertMessage() << Qt::endl;
+    ctx.out << screen.alertTitle() << ": " << printable(screen.alertMessage(), LineBreaks::Keep) << Qt::endl;
     if (service) {
-        ctx.err << screen.notesText();
+        ctx.err << printable(screen.notesText(), LineBreaks::Keep);
         return screen.failedCount() == 0 ? 0 : 1;
     }
     for (const auto &record : screen.notSaved()) {
-        ctx.err << "Not saved: line " << record.line << ", \"" << record.name << "\" by \"" << record.author
-                << "\": " << record.reason << Qt::endl;
+        ctx.err << "Not saved: line " << record.line << ", \"" << printable(record.name) << "\" by \"" << printable(record.author)
+                << "\": " << printable(record.reason) << Qt::endl;
     }
     const int unlisted = screen.failedCount() + screen.namelessCount() - int(screen.notSaved().size());
     if (unlisted > 0)

@@ -43,7 +43,7 @@ int rateShare(Context &ctx)
                          unopened = !handled;
                      });
     QObject::connect(&ctx.app->platform(), &PlatformServices::shareRequested, &screen,
-                     [&ctx](const QString &text) { ctx.out << text << '\n'; });
+                     [&ctx](const QString &text) { ctx.out << printable(text, LineBreaks::Keep) << '\n'; });
     screen.viewDidLoad();
     screen.didSelectRow(row);
     return alerts.count() || unopened ? 1 : 0;

@@ -34,7 +34,7 @@ int rowNamed(const ReferenceKindInfo &info, const ReferenceTableController &list
         if (rows[i].value == name)
             return i;
     }
-    ctx.err << "No " << info.attribute << " named " << name << Qt::endl;
+    ctx.err << "No " << info.attribute << " named " << printable(name) << Qt::endl;
     return -1;
 }
 
@@ -52,7 +52,7 @@ int listEntries(const ReferenceKindInfo &info, Context &ctx)
         list->setSearchText(*search);
     const auto *rows = list->rows();
     for (int i = 0; i < rows->rowCount(); ++i)
-        ctx.out << rows->index(i).data().toString() << '\n';
+        ctx.out << printable(rows->index(i).data().toString()) << '\n';
     return 0;
 }
 

@@ -34,7 +34,7 @@ int scan(Context &ctx)
     const auto text = scanPicture(ctx, ctx.args.first());
     if (!text)
         return 1;
-    ctx.out << *text << Qt::endl;
+    ctx.out << printable(*text) << Qt::endl;
     return 0;
 }
 

@@ -10,9 +10,10 @@ namespace {
 // Longer than the query's own time-out, so a stalled service ends as a logged failure.
 constexpr int kWaitMs = BookSearchManager::kTimeoutMs + 5000;
 
+// One line per field: a backslash doubles so that an escaped break stays readable.
 QString oneLine(QString text)
 {
-    return text.replace(QLatin1Char('\\'), QLatin1String("\\\\")).replace(QLatin1Char('\n'), QLatin1String("\\n"));
+    return printable(text.replace(QLatin1Char('\\'), QLatin1String("\\\\")));
 }
 
 int lookup(Context &ctx)

@@ -47,7 +47,7 @@ int get(Context &ctx)
     if (key->second)
         ctx.out << (defaults.boolValue(key->first) ? "true" : "false") << '\n';
     else
-        ctx.out << defaults.stringValue(key->first) << '\n';
+        ctx.out << printable(defaults.stringValue(key->first)) << '\n';
     return 0;
 }
 

@@ -1,9 +1,11 @@
 // tomewise-cli: the app's screens driven from the command line.
 #include "cli.h"
 
+#include "app/log.h"
+
 #include <QGuiApplication>
 
-#include <cstdio>
+#include <algorithm>
 
 using namespace tomewise;
 
@@ -14,8 +16,9 @@ bool isHelp(const QString &word)
     return word == QLatin1String("--help") || word == QLatin1String("-h");
 }
 
-// Usages and summaries in two columns; a usage too long for its column puts
-// its summary on the next line.
+// Usages and summaries in two columns within 80 characters: a usage too long
+// for its column puts its summary on the next line, and a long summary wraps
+// at word breaks under its column.
 void printHelp(QTextStream &out)
 {
     out << "usage: tomewise-cli [--data-dir DIR] COMMAND [ARGS...]\n\n"
@@ -24,14 +27,39 @@ void printHelp(QTextStream &out)
         << "Alerts print to stderr as TITLE: MESSAGE; log lines go to stderr too.\n"
         << "COMMAND --help prints that command's usage.\n\n"
         << "Commands:\n";
-    constexpr qsizetype kColumn = 36;
+    constexpr qsizetype kIndent = 2;
+    constexpr qsizetype kMaxColumn = 36;
+    constexpr qsizetype kWidth = 80;
+    qsizetype column = 0;
     for (const auto &c : cli::commands()) {
-        out << "  " << c.usage;
-        if (c.usage.size() < kColumn)
-            out << QString(kColumn - c.usage.size(), u' ');
-        else
-            out << '\n' << QString(kColumn + 2, u' ');
-        out << c.summary.section(u'\n', 0, 0) << '\n';
+        if (c.usage.size() < kMaxColumn)
+            column = std::max(column, c.usage.size() + 2);
+    }
+    const QString margin(kIndent + column, u' ');
+    for (const auto &c : cli::commands()) {
+        out << QString(kIndent, u' ') << c.usage;
+        qsizetype at = kIndent + c.usage.size();
+        if (c.usage.size() + 2 > column) {
+            out << '\n';
+            at = 0;
+        }
+        for (const QString &word : c.summary.section(u'\n', 0, 0).split(u' ', Qt::SkipEmptyParts)) {
+            const bool lineStart = at <= margin.size();
+            if (!lineStart && at + 1 + word.size() > kWidth) {
+                out << '\n';
+                at = 0;
+            }
+            if (at < margin.size()) {
+                out << QString(margin.size() - at, u' ');
+                at = margin.size();
+            } else {
+                out << ' ';
+                ++at;
+            }
+            out << word;
+            at += word.size();
+        }
+        out << '\n';
     }
     out.flush();
 }
@@ -42,25 +70,11 @@ void printCommandHelp(QTextStream &out, const cli::Command &command)
     out.flush();
 }
 
-// Qt warns when the session has no runtime folder, which a command-line user
-// can do nothing about; everything else passes through.
-QtMessageHandler g_previousHandler = nullptr;
-
-void filterMessages(QtMsgType type, const QMessageLogContext &context, const QString &message)
-{
-    if (message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")))
-        return;
-    if (g_previousHandler)
-        g_previousHandler(type, context, message);
-    else
-        std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    g_previousHandler = qInstallMessageHandler(filterMessages);
+    filterRuntimeFolderWarning();
     // Fonts and images need a GUI application; there is no window to show.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -72,12 +72,15 @@ ApplicationWindow {
     }
 
     // A short notice over whichever page is shown, so it survives the
-    // navigation that follows a save: showNotice(text[, actionText, handler]).
-    function showNotice(text, actionText, handler) {
-        toast.show(text, actionText, handler)
+    // navigation that follows a save: showNotice(text[, actionText, handler, owner]).
+    function showNotice(text, actionText, handler, owner) {
+        notice.show(text, actionText, handler, owner)
+    }
+    function dismissNotice(owner) {
+        notice.dismiss(owner)
     }
 
-    Toast { id: toast }
+    Notice { id: notice }
 
     readonly property alias pageStack: stack
 }

@@ -1,5 +1,6 @@
 // The Tomewise app: one phone-sized window over the core.
 #include "app/appdelegate.h"
+#include "app/log.h"
 #include "app/qmltypes.h"
 #include "app/selftest.h"
 #include "feedback/reviewservice.h"
@@ -10,6 +11,7 @@
 #include <QQmlContext>
 #include <QQuickStyle>
 
+#include <cstdio>
 #include <cstring>
 
 namespace {
@@ -50,10 +52,24 @@ void nameApplication()
     QCoreApplication::setApplicationVersion(QStringLiteral(TOMEWISE_VERSION));
 }
 
+// Another Tomewise has the library: say so in a window of our own, since the
+// user started this one by hand and may never see stderr.
+int refuseLibraryInUse(const QString &message)
+{
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+    QQmlApplicationEngine engine;
+    engine.setInitialProperties({{QStringLiteral("message"), message}});
+    engine.load(QUrl(QStringLiteral("qrc:/qml/LibraryInUse.qml")));
+    if (!engine.rootObjects().isEmpty())
+        QGuiApplication::exec();
+    return tomewise::AppDelegate::kLibraryInUseStatus;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
+    tomewise::filterRuntimeFolderWarning();
     Options options;
     // Help and version need no window, so they answer before the GUI looks
     // for a display (where there is none, it would abort).
@@ -82,6 +98,8 @@ int main(int argc, char *argv[])
     tomewise::AppDelegate::Options delegateOptions;
     delegateOptions.dataDirectory = parser.value(options.dataDir);
     tomewise::AppDelegate delegate(std::move(delegateOptions));
+    if (const auto holder = delegate.takeLibraryLock())
+        return refuseLibraryInUse(delegate.inUseMessage(*holder));
     QObject::connect(&app, &QGuiApplication::aboutToQuit, &delegate, &tomewise::AppDelegate::applicationWillTerminate);
     delegate.setReviewService(std::make_unique<tomewise::ReviewService>(delegate));
 

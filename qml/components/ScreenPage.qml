@@ -29,6 +29,14 @@ Page {
     function goBack() {
         ApplicationWindow.window.back()
     }
+    function showNotice(text) {
+        ApplicationWindow.window.showNotice(text)
+    }
+    // "Deleted “name”" with Undo; the Undo goes with the page, whose controller runs it.
+    function offerUndo(name, undo) {
+        ApplicationWindow.window.showNotice("Deleted \u201c" + name + "\u201d", "Undo", undo, page)
+    }
+    StackView.onDeactivating: ApplicationWindow.window.dismissNotice(page)
 
     leftPadding: maxContentWidth > 0 ? Math.max(0, (width - maxContentWidth) / 2) : 0
     rightPadding: leftPadding

@@ -34,6 +34,8 @@ Dialog {
         CoverView {
             id: shareImage
             objectName: "shareImage"
+            // Text alone leaves no empty frame above it.
+            visible: hasImage
             Layout.alignment: Qt.AlignHCenter
             Layout.preferredWidth: 84
             Layout.preferredHeight: 120

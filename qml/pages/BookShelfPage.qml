@@ -18,16 +18,14 @@ ScreenPage {
         id: ctl
         appDelegate: page.appDelegate
         onNavigate: target => page.openPage(target)
-        onRowDeleted: name => notice.show("Deleted \u201c" + name + "\u201d", "Undo", () => ctl.undoDelete())
+        onRowDeleted: name => page.offerUndo(name, () => ctl.undoDelete())
     }
-    Notice { id: notice }
     Component.onCompleted: {
         const last = ctl.lastPresentation()
         ctl.mode = page.initialMode !== "" ? page.initialMode : (last === "cards" ? "az" : last)
         ctl.viewDidLoad()
     }
     StackView.onActivating: ctl.viewWillAppear()
-    StackView.onDeactivating: notice.close()
 
     function choose(presentation) {
         const target = ctl.choosePresentation(presentation)

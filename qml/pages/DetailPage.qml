@@ -16,7 +16,7 @@ ScreenPage {
         onNavigate: target => page.openPage(target)
         onUnwind: name => page.unwind(name)
         onBack: page.ApplicationWindow.window.back()
-        onNotice: text => page.ApplicationWindow.window.showNotice(text)
+        onNotice: text => page.showNotice(text)
     }
     Component.onCompleted: ctl.viewDidLoad()
     StackView.onActivating: ctl.viewWillAppear()

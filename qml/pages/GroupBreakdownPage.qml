@@ -39,6 +39,7 @@ ScreenPage {
     Connections {
         target: page.ctl
         function onNavigate(target) { page.openPage(target) }
+        function onRowDeleted(name) { page.offerUndo(name, () => page.ctl.undoDelete()) }
     }
 
     barActions: Component {
@@ -246,7 +247,7 @@ ScreenPage {
             cacheBuffer: 400
             ScrollBar.vertical: ScrollBar {}
 
-            delegate: SwipeDelegate {
+            delegate: SwipeRow {
                 id: row
                 required property int index
                 required property string coverSource
@@ -257,10 +258,8 @@ ScreenPage {
                 height: page.ctl.rowHeight
                 padding: 8
                 background: RowFrame { color: row.down ? Qt.darker(Theme.rowBackground, 1.06) : Theme.rowBackground }
-                onClicked: {
-                    if (swipe.position === 0)
-                        page.ctl.selectRow(index)
-                }
+                onTapped: page.ctl.selectRow(index)
+                onDeleteRequested: page.ctl.deleteRow(index)
                 contentItem: RowLayout {
                     spacing: 10
                     Item {
@@ -294,22 +293,6 @@ ScreenPage {
                             }
                         }
                     }
-                }
-                swipe.right: Rectangle {
-                    objectName: "deleteAction"
-                    width: 96
-                    height: row.height
-                    anchors.right: parent.right
-                    radius: Theme.rowRadius
-                    color: Theme.accent
-                    Label {
-                        anchors.centerIn: parent
-                        text: "delete"
-                        color: "white"
-                        font.pixelSize: 16
-                    }
-                    // The delegate keeps the press; its swipe items hear a click this way.
-                    SwipeDelegate.onClicked: page.ctl.deleteRow(row.index)
                 }
             }
         }

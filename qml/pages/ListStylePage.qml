@@ -16,15 +16,13 @@ ScreenPage {
         id: ctl
         appDelegate: page.appDelegate
         onNavigate: target => page.openPage(target)
-        onRowDeleted: name => notice.show("Deleted \u201c" + name + "\u201d", "Undo", () => ctl.undoDelete())
+        onRowDeleted: name => page.offerUndo(name, () => ctl.undoDelete())
     }
-    Notice { id: notice }
     Component.onCompleted: {
         ctl.DarkMode = page.Material.theme === Material.Dark
         ctl.viewDidLoad()
     }
     StackView.onActivating: ctl.viewWillAppear()
-    StackView.onDeactivating: notice.close()
 
     barActions: Component {
         RowLayout {

@@ -17,7 +17,7 @@ ScreenPage {
         appDelegate: page.appDelegate
         onNavigate: target => page.openPage(target)
         onUnwind: name => page.unwind(name)
-        onNotice: text => page.ApplicationWindow.window.showNotice(text)
+        onNotice: text => page.showNotice(text)
     }
     Component.onCompleted: ctl.viewDidLoad()
     StackView.onActivating: ctl.viewWillAppear()

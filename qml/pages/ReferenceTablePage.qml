@@ -27,17 +27,12 @@ ScreenPage {
     unwindTargets: [ctl.unwindName]
     onUnwound: ctl.unwindToTableView()
     Component.onCompleted: ctl.viewDidLoad()
-    StackView.onDeactivating: {
-        notice.close()
-        ctl.viewWillDisappear()
-    }
-
-    Notice { id: notice }
+    StackView.onDeactivating: ctl.viewWillDisappear()
 
     Connections {
         target: page.ctl
         function onRowDeleted(name) {
-            notice.show("Deleted \u201c" + name + "\u201d", "Undo", () => page.ctl.undoDelete())
+            page.offerUndo(name, () => page.ctl.undoDelete())
         }
         function onNavigate(target) {
             page.openPage(target, { passedEntryName: page.ctl.passedEntryName })

@@ -43,27 +43,43 @@ QString AppDelegate::defaultDataDirectory()
     return dir;
 }
 
-void AppDelegate::lockLibrary()
+std::optional<qint64> AppDelegate::takeLibraryLock()
 {
+    if (m_lock || !m_lockLibrary)
+        return std::nullopt;
     auto lock = std::make_unique<QLockFile>(QDir(m_dataDirectory).filePath(QLatin1String(kLockFileName)));
     // Only a dead holder makes a lock stale, however long a live one has held it.
     lock->setStaleLockTime(0);
     if (lock->tryLock(kLockWaitMs)) {
         m_lock = std::move(lock);
-        return;
+        return std::nullopt;
     }
     if (lock->error() != QLockFile::LockFailedError) {
         // A folder where no lock can be made (read-only, say) is opened as it is.
         qCWarning(lcApp).noquote() << "The library could not be locked:" << m_dataDirectory;
-        return;
+        return std::nullopt;
     }
     qint64 pid = 0;
     QString host;
     QString application;
     lock->getLockInfo(&pid, &host, &application);
+    return pid;
+}
+
+QString AppDelegate::inUseMessage(qint64 pid) const
+{
+    return QStringLiteral("The library %1 is in use by another Tomewise (pid %2)")
+        .arg(QDir::toNativeSeparators(m_dataDirectory))
+        .arg(pid);
+}
+
+void AppDelegate::lockLibrary()
+{
+    const auto holder = takeLibraryLock();
+    if (!holder)
+        return;
     // Said on stderr whatever the logging rules: the process ends here.
-    std::fprintf(stderr, "The library %s is in use by another Tomewise (pid %lld)\n",
-                 qPrintable(QDir::toNativeSeparators(m_dataDirectory)), static_cast<long long>(pid));
+    std::fprintf(stderr, "%s\n", qPrintable(inUseMessage(*holder)));
     std::fflush(stderr);
     std::exit(kLibraryInUseStatus);
 }

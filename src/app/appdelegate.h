@@ -11,6 +11,7 @@
 #include <QObject>
 
 #include <memory>
+#include <optional>
 
 class QLockFile;
 
@@ -58,6 +59,11 @@ public:
     // library locked by another live process ends this one with a message
     // and kLibraryInUseStatus; a failure to open ends it with "Unresolved error ...".
     BookStore &persistentContainer();
+    // Takes the library's lock now; when another live process holds it,
+    // answers that process's id (0 when unknown) and leaves the library alone.
+    std::optional<qint64> takeLibraryLock();
+    // "The library DIR is in use by another Tomewise (pid N)"
+    QString inUseMessage(qint64 pid) const;
     void saveContext();
     void applicationWillTerminate() { saveContext(); }
 

@@ -10,3 +10,9 @@ Q_DECLARE_LOGGING_CATEGORY(lcReference)
 Q_DECLARE_LOGGING_CATEGORY(lcBrowse)
 Q_DECLARE_LOGGING_CATEGORY(lcExchange)
 Q_DECLARE_LOGGING_CATEGORY(lcFeedback)
+
+namespace tomewise {
+// Keeps Qt's warning about a session without a runtime folder from the user,
+// who can do nothing about it; every other message passes on as before.
+void filterRuntimeFolderWarning();
+} // namespace tomewise

@@ -192,11 +192,28 @@ void GroupBreakdownTableViewController::deleteRow(int row)
     if (row < 0 || row >= m_model.rowCount())
         return;
     m_justLoaded = false;
-    logIfFailed(context().deleteBook(m_model.book(row).pk));
+    const Books &book = m_model.book(row);
+    const QString name = book.name.value_or(QString());
+    const bool deleted = m_deleted.remove(context(), book);
     app().saveContext();
     if (!m_model.searching())
         --m_bookCount;
     m_model.removeShownRow(row);
+    if (deleted)
+        Q_EMIT rowDeleted(name);
+}
+
+void GroupBreakdownTableViewController::undoDelete()
+{
+    if (!m_deleted.restore(context()))
+        return;
+    app().saveContext();
+    // Every fetch turns the order round; an undo keeps the order on screen.
+    m_sortAsc = !sortAsc();
+    fetch();
+    // A search shows its own rows, which a fetch leaves alone; the book goes back among them.
+    if (m_model.searching())
+        m_model.setSearchText(m_searchText);
 }
 
 void GroupBreakdownTableViewController::PrintButtonTapped()

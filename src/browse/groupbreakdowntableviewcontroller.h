@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/screencontroller.h"
+#include "browse/deletedbook.h"
 #include "browse/groupbreakdownmodel.h"
 #include "browse/groupcounts.h"
 #include "browse/groupkind.h"
@@ -94,12 +95,16 @@ public:
     // Builds and writes the PDF list at once (the command line); false when
     // the file could not be written.
     bool writePdfList(const QString &path);
+    // Puts the book deleted last back in the store, cover and all.
+    Q_INVOKABLE void undoDelete();
 
 Q_SIGNALS:
     void sortChanged();
     void searchTextChanged();
     void headerChanged();
     void progressChanged();
+    // A book left the list; the page offers to undo it.
+    void rowDeleted(const QString &name);
 
 private:
     enum class AfterPdf { Share, Message, Mail };
@@ -122,6 +127,7 @@ private:
     bool m_justLoaded = false;
     std::unique_ptr<PdfListBuilder> m_pdf;
     AfterPdf m_afterPdf = AfterPdf::Share;
+    DeletedBook m_deleted;
 };
 
 } // namespace tomewise

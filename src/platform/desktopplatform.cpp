@@ -99,7 +99,15 @@ void DesktopPlatform::requestStoreReview()
 
 bool DesktopPlatform::openUrl(const QUrl &url)
 {
-    return QDesktopServices::openUrl(url);
+    // Without a window system (the command line runs offscreen) Qt opens
+    // nothing and says so only in a warning; xdg-open still reaches the
+    // user's browser or mail program. "Handled" means the opener started.
+    const auto *app = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+    const QString platform = app ? QGuiApplication::platformName() : QString();
+    if (app && platform != QLatin1String("offscreen") && platform != QLatin1String("minimal"))
+        return QDesktopServices::openUrl(url);
+    const QString opener = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
+    return !opener.isEmpty() && QProcess::startDetached(opener, {url.toString(QUrl::FullyEncoded)});
 }
 
 } // namespace tomewise

@@ -1,9 +1,9 @@
 // The default settings screen: the default date and the date picker style.
+#include "support/clirun.h"
 #include "support/testapp.h"
 
 #include "app/defaultsviewcontroller.h"
 
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -175,10 +175,8 @@ void TestDefaults::cliGoesThroughTheScreen()
 {
     QTemporaryDir dir;
     auto run = [&](const QStringList &args) {
-        QProcess p;
-        p.start(QStringLiteral(TOMEWISE_CLI), QStringList{"--data-dir", dir.path()} + args);
-        p.waitForFinished(30000);
-        return std::pair{p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()).trimmed()};
+        const auto r = tomewise::test::runCli(dir.path(), args);
+        return std::pair{r.status, r.out.trimmed()};
     };
     QCOMPARE(run({"settings", "default-date", "2020-01-01"}), std::pair(0, QStringLiteral("Jan 1, 2020")));
     QCOMPARE(run({"settings", "get", "UseDefaultDate"}), std::pair(0, QStringLiteral("true")));

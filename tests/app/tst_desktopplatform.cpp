@@ -1,5 +1,6 @@
-// The desktop's answer to "can this device send mail": only when a mail
-// program is registered for mailto: addresses.
+// The desktop's answer to "can this device send mail" (only when a mail
+// program is registered for mailto: addresses), and addresses opened where
+// there is no window system.
 #include "platform/desktopplatform.h"
 
 #include <QDir>
@@ -45,6 +46,39 @@ private Q_SLOTS:
         qputenv("XDG_DATA_DIRS", home.filePath(QStringLiteral("data")).toUtf8());
         qputenv("XDG_CURRENT_DESKTOP", "");
         QCOMPARE(DesktopPlatform().canSendMail(), registered);
+    }
+
+    // Reported as handled only when xdg-open could be started.
+    void openUrlWithoutWindowSystem_data()
+    {
+        QTest::addColumn<bool>("opener");
+        QTest::newRow("xdg-open") << true;
+        QTest::newRow("no opener") << false;
+    }
+    void openUrlWithoutWindowSystem()
+    {
+        QFETCH(bool, opener);
+        QTemporaryDir bin;
+        const QString seen = bin.filePath(QStringLiteral("seen"));
+        if (opener) {
+            QFile script(bin.filePath(QStringLiteral("xdg-open")));
+            QVERIFY(script.open(QIODevice::WriteOnly));
+            script.write(QStringLiteral("#!/bin/sh\nprintf %s \"$1\" > %1\n").arg(seen).toUtf8());
+            script.close();
+            QVERIFY(script.setPermissions(script.permissions() | QFile::ExeOwner));
+        }
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", bin.path().toUtf8());
+        const QUrl address(QStringLiteral("https://example.org/a b"));
+        const bool handled = DesktopPlatform().openUrl(address);
+        qputenv("PATH", path);
+        QCOMPARE(handled, opener);
+        const auto written = [&seen] {
+            QFile file(seen);
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        if (opener)
+            QTRY_COMPARE(written(), QByteArray("https://example.org/a%20b"));
     }
 };
 

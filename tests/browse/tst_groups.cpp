@@ -3,11 +3,11 @@
 // and the command line over the same screens.
 #include "browse/groupbreakdowntableviewcontroller.h"
 #include "browse/grouptableviewcontroller.h"
+#include "support/clirun.h"
 #include "support/logcapture.h"
 #include "support/testapp.h"
 
 #include <QAbstractItemModelTester>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -352,12 +352,22 @@ private Q_SLOTS:
         shelf(t, "Other", {{"category", "Prose"}});
         auto summary = summaryOf(t, GroupKind::Genre);
         auto b = breakdownOf(t, GroupKind::Genre, QStringLiteral("Poetry"));
+        QSignalSpy deleted(b.get(), &GroupBreakdownTableViewController::rowDeleted);
         b->deleteRow(0);
+        QCOMPARE(deleted.value(0).value(0).toString(), QStringLiteral("Only"));
         QCOMPARE(b->header(), QStringLiteral("# of Books: 0"));
         QCOMPARE(b->model()->rowCount(), 0);
         QCOMPARE(t.allBooks().size(), 1);
         summary->viewWillAppear(); // back on the summary: the row stays, counted afresh
         QCOMPARE(rows(*summary), (QStringList{"Poetry=0", "Prose=1"}));
+
+        // Undo puts it back once, and leaves the order as it was.
+        const bool asc = b->sortAsc();
+        b->undoDelete();
+        b->undoDelete();
+        QCOMPARE(b->header(), QStringLiteral("# of Books: 1"));
+        QCOMPARE(b->sortAsc(), asc);
+        QCOMPARE(t.allBooks().size(), 2);
     }
 
     void tapCopiesTheBookForTheDetailScreen_data()
@@ -401,12 +411,7 @@ private Q_SLOTS:
         shelf(t, "Abe", {{"bookFormat", "Paperback"}, {"author", "Bob"}});
         shelf(t, "Kin", {{"bookFormat", "Kindle"}});
         t.store().saveContext();
-        auto run = [&](const QStringList &args) {
-            QProcess p;
-            p.start(QStringLiteral(TOMEWISE_CLI), QStringList{"--data-dir", t.dataDirectory()} + args);
-            p.waitForFinished(30000);
-            return QString::fromUtf8(p.readAllStandardOutput());
-        };
+        auto run = [&](const QStringList &args) { return runCli(t.dataDirectory(), args).out; };
         QCOMPARE(run({"summary", "format", "--desc"}), QStringLiteral("2 Formats\nPaperback\t2\nKindle\t1\n"));
         QCOMPARE(run({"summary", "author", "--search", "BO"}), QStringLiteral("1 Authors\nBob\t1\n"));
         QCOMPARE(run({"breakdown", "format", "Paperback", "--sort", "2", "--sort", "2"}),

@@ -1,3 +1,4 @@
+#include "support/clirun.h"
 #include "support/imagefixtures.h"
 #include "support/testapp.h"
 
@@ -14,30 +15,15 @@ using namespace tomewise::test;
 
 namespace {
 
-struct Run
+// As in a session without a runtime folder, where Qt would complain.
+CliRun cli(const QString &dataDir, const QStringList &args, const QString &workingDir = QString())
 {
-    int status = -1;
-    QProcess::ExitStatus exit = QProcess::NormalExit;
-    QByteArray out;
-    QByteArray err;
-};
-
-Run cli(const QString &dataDir, const QStringList &args, const QString &workingDir = QString())
-{
-    QProcess p;
-    p.setWorkingDirectory(workingDir);
-    // As in a session without a runtime folder, where Qt would complain.
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.remove(QStringLiteral("XDG_RUNTIME_DIR"));
-    p.setProcessEnvironment(env);
-    p.start(QStringLiteral(TOMEWISE_CLI), QStringList{QStringLiteral("--data-dir"), dataDir} + args);
-    p.waitForFinished(60000);
-    return {p.exitCode(), p.exitStatus(), p.readAllStandardOutput(), p.readAllStandardError()};
+    return runCli(dataDir, args, {{QStringLiteral("XDG_RUNTIME_DIR"), QString()}}, workingDir);
 }
 
 QJsonArray dump(const QString &dataDir, const QString &entity)
 {
-    return QJsonDocument::fromJson(cli(dataDir, {QStringLiteral("store"), QStringLiteral("dump"), entity}).out).array();
+    return QJsonDocument::fromJson(cli(dataDir, {QStringLiteral("store"), QStringLiteral("dump"), entity}).out.toUtf8()).array();
 }
 
 } // namespace
@@ -60,14 +46,11 @@ void TestCli::startTwiceSeedsOnce()
 {
     QTemporaryDir dir;
     QCOMPARE(cli(dir.path(), {QStringLiteral("start")}).status, 0);
-    const Run second = cli(dir.path(), {QStringLiteral("start")});
+    const CliRun second = cli(dir.path(), {QStringLiteral("start")});
     QCOMPARE(second.status, 0);
     QVERIFY(second.err.contains("Not First Launch"));
+    // What is seeded is the start-up's own test; here, that it happened once.
     QCOMPARE(dump(dir.path(), QStringLiteral("GenreList")).size(), 29);
-    const QJsonArray ratings = dump(dir.path(), QStringLiteral("RatingList"));
-    QCOMPARE(ratings.size(), 5);
-    QCOMPARE(ratings.last().toObject().value(QStringLiteral("rating")).toString(), QStringLiteral("*****"));
-    QVERIFY(dump(dir.path(), QStringLiteral("SeriesList")).isEmpty());
 }
 
 void TestCli::dumpKeepsAbsentAndEmptyApart()
@@ -93,15 +76,15 @@ void TestCli::dumpKeepsAbsentAndEmptyApart()
 void TestCli::fatalStarts_data()
 {
     QTest::addColumn<QString>("broken");
-    QTest::addColumn<QByteArray>("message");
-    QTest::newRow("store not a database") << "file" << QByteArray("Unresolved error The store could not be read.");
-    QTest::newRow("store is a folder") << "folder" << QByteArray("Unresolved error The store could not be opened.");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("store not a database") << "file" << QStringLiteral("Unresolved error The store could not be read.");
+    QTest::newRow("store is a folder") << "folder" << QStringLiteral("Unresolved error The store could not be opened.");
 }
 
 void TestCli::fatalStarts()
 {
     QFETCH(QString, broken);
-    QFETCH(QByteArray, message);
+    QFETCH(QString, message);
     QTemporaryDir dir;
     const QString storePath = dir.filePath(QStringLiteral("Tomewise.sqlite"));
     if (broken == QLatin1String("folder")) {
@@ -111,9 +94,9 @@ void TestCli::fatalStarts()
         QVERIFY(f.open(QIODevice::WriteOnly));
         f.write(QByteArray("garbage, not a store ").repeated(100));
     }
-    const Run r = cli(dir.path(), {QStringLiteral("start")});
-    QVERIFY2(r.exit == QProcess::CrashExit || r.status != 0, r.err.constData());
-    QVERIFY2(r.err.contains(message), r.err.constData());
+    const CliRun r = cli(dir.path(), {QStringLiteral("start")});
+    QVERIFY2(r.exit == QProcess::CrashExit || r.status != 0, qPrintable(r.err));
+    QVERIFY2(r.err.contains(message), qPrintable(r.err));
 }
 
 void TestCli::usageErrors()
@@ -121,34 +104,36 @@ void TestCli::usageErrors()
     QTemporaryDir dir;
     QCOMPARE(cli(dir.path(), {QStringLiteral("store"), QStringLiteral("dump"), QStringLiteral("Shelves")}).status, 2);
     QCOMPARE(cli(dir.path(), {QStringLiteral("no-such-command")}).status, 2);
-    const Run help = cli(dir.path(), {QStringLiteral("--help")});
+    const CliRun help = cli(dir.path(), {QStringLiteral("--help")});
     QCOMPARE(help.status, 0);
     QVERIFY(help.out.contains("store dump ENTITY"));
-    // Every summary stands apart from its usage.
-    QVERIFY2(help.out.contains("[--json]\n"), help.out.constData());
+    // Every summary stands apart from its usage, and the lines fit a terminal.
+    QVERIFY2(help.out.contains("[--json]\n"), qPrintable(help.out));
+    for (const QString &line : help.out.split(u'\n'))
+        QVERIFY2(line.size() <= 80, qPrintable(line));
     QVERIFY(!help.err.contains("XDG_RUNTIME_DIR"));
 }
 
 void TestCli::helpDoesNothingElse_data()
 {
     QTest::addColumn<QStringList>("args");
-    QTest::addColumn<QByteArray>("usage");
-    QTest::newRow("start") << QStringList{"start", "--help"} << QByteArray("tomewise-cli [--data-dir DIR] start\n");
-    QTest::newRow("export") << QStringList{"export", "--help"} << QByteArray("export [FILE]");
-    QTest::newRow("book add") << QStringList{"book", "add", "--title", "T", "-h"} << QByteArray("[--lookup]");
-    QTest::newRow("import") << QStringList{"import", "--help"} << QByteArray("import FILE");
+    QTest::addColumn<QString>("usage");
+    QTest::newRow("start") << QStringList{"start", "--help"} << QStringLiteral("tomewise-cli [--data-dir DIR] start\n");
+    QTest::newRow("export") << QStringList{"export", "--help"} << QStringLiteral("export [FILE]");
+    QTest::newRow("book add") << QStringList{"book", "add", "--title", "T", "-h"} << QStringLiteral("[--lookup]");
+    QTest::newRow("import") << QStringList{"import", "--help"} << QStringLiteral("import FILE");
 }
 
 void TestCli::helpDoesNothingElse()
 {
     QFETCH(QStringList, args);
-    QFETCH(QByteArray, usage);
+    QFETCH(QString, usage);
     QTemporaryDir data;
     QTemporaryDir cwd;
-    const Run r = cli(data.path(), args, cwd.path());
+    const CliRun r = cli(data.path(), args, cwd.path());
     QCOMPARE(r.status, 0);
-    QVERIFY2(r.out.contains(usage), r.out.constData());
-    QVERIFY2(r.err.isEmpty(), r.err.constData());
+    QVERIFY2(r.out.contains(usage), qPrintable(r.out));
+    QVERIFY2(r.err.isEmpty(), qPrintable(r.err));
     QVERIFY(QDir(data.path()).isEmpty()); // no library opened
     QVERIFY(QDir(cwd.path()).isEmpty());  // no file named --help
 }

@@ -1,10 +1,15 @@
 // tomewise-cli book add / books / book show / book edit / book delete, run as a separate process.
+#include "support/clirun.h"
+
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+
+using tomewise::test::CliRun;
+using tomewise::test::runCli;
 
 class TestCliBooks : public QObject
 {
@@ -13,18 +18,10 @@ class TestCliBooks : public QObject
 private:
     QTemporaryDir m_dir;
 
-    struct Run
-    {
-        int status;
-        QString out;
-        QString err;
-    };
+    using Run = CliRun;
     Run cli(const QStringList &args, const QString &dataDir = QString())
     {
-        QProcess p;
-        p.start(QStringLiteral(TOMEWISE_CLI), QStringList{"--data-dir", dataDir.isEmpty() ? m_dir.path() : dataDir} + args);
-        p.waitForFinished(60000);
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
+        return runCli(dataDir.isEmpty() ? m_dir.path() : dataDir, args);
     }
 
 private Q_SLOTS:
@@ -137,6 +134,29 @@ private Q_SLOTS:
         QCOMPARE(run.status, 0);
         QCOMPARE(run.out, out);
         QCOMPARE(cli({"books", "--mode", "shelf"}, dir.path()).status, 2);
+    }
+    // A title that carries terminal controls is echoed escaped, never acted on.
+    void controlCharactersPrintEscaped()
+    {
+        QTemporaryDir dir;
+        const QString title = QStringLiteral("Du\x1b[2Jne\a");
+        const Run added = cli({"book", "add", "--title", title, "--author", "Frank Herbert"}, dir.path());
+        QCOMPARE(added.status, 0);
+        QVERIFY2(added.out.startsWith(QStringLiteral("Saved \"Du\\x1b[2Jne\\x07\"")), qPrintable(added.out));
+        const Run listed = cli({"books"}, dir.path());
+        QVERIFY2(listed.out.contains(QStringLiteral("Book Name: Du\\x1b[2Jne\\x07\n")), qPrintable(listed.out));
+        // An import line of NUL bytes is named as not saved, escaped.
+        QFile file(dir.filePath(QStringLiteral("in.csv")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray("[TOMEWISE]\n") + QByteArray(3, '\0') + '\n');
+        file.close();
+        const Run imported = cli({"import", file.fileName()}, dir.path());
+        QVERIFY2(imported.err.contains(QStringLiteral("Not saved: line 2, \"\" by \"\\x00\\x00\\x00\"")),
+                 qPrintable(imported.err));
+        for (const QString &text : {added.out, added.err, listed.out, listed.err, imported.out, imported.err}) {
+            for (const QChar c : text)
+                QVERIFY2(c == u'\n' || c.category() != QChar::Other_Control, qPrintable(text));
+        }
     }
 };
 

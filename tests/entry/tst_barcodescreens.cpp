@@ -1,4 +1,5 @@
 #include "support/booksapiserver.h"
+#include "support/clirun.h"
 #include "support/logcapture.h"
 #include "support/testapp.h"
 
@@ -9,7 +10,6 @@
 #include "entry/newbookviewcontroller.h"
 #include "entry/newcaptureviewcontroller.h"
 
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -293,17 +293,10 @@ void TestBarcodeScreens::commandLine()
     QFETCH(QString, err);
 
     QTemporaryDir dir;
-    QProcess p;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("TOMEWISE_BOOKS_API"), m_server->volumesAddress().toString());
-    env.insert(QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("%{message}"));
-    env.insert(QStringLiteral("XDG_RUNTIME_DIR"), dir.path());
-    p.setProcessEnvironment(env);
-    p.start(QStringLiteral(TOMEWISE_CLI), QStringList{QStringLiteral("--data-dir"), dir.path()} + args);
-    QVERIFY(QTest::qWaitFor([&p] { return p.state() == QProcess::NotRunning; }, 30000));
-    const QString stdOut = QString::fromUtf8(p.readAllStandardOutput());
-    const QString stdErr = QString::fromUtf8(p.readAllStandardError());
-    QVERIFY2(p.exitCode() == exitCode, qPrintable(stdErr));
+    const CliRun run = runCli(dir.path(), args, m_server->cliEnvironment(dir.path()));
+    const QString &stdOut = run.out;
+    const QString &stdErr = run.err;
+    QVERIFY2(run.status == exitCode, qPrintable(stdErr));
     if (out.contains(QLatin1String("Saved")))
         QVERIFY2(stdOut.startsWith(QLatin1String("Saved \"Good Omens\"")), qPrintable(stdOut + stdErr));
     else

@@ -1,4 +1,5 @@
 #include "support/booksapiserver.h"
+#include "support/clirun.h"
 #include "support/imagefixtures.h"
 #include "support/logcapture.h"
 #include "support/testapp.h"
@@ -10,7 +11,6 @@
 
 #include <QElapsedTimer>
 #include <QLocale>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTest>
@@ -486,24 +486,13 @@ void TestBookSearch::cliLookup()
     QFETCH(QStringList, err);
 
     QTemporaryDir dir;
-    QProcess p;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("TOMEWISE_BOOKS_API"), m_server->volumesAddress().toString());
-    env.insert(QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("%{message}"));
-    env.insert(QStringLiteral("XDG_RUNTIME_DIR"), dir.path());
-    p.setProcessEnvironment(env);
-    p.start(QStringLiteral(TOMEWISE_CLI), {QStringLiteral("--data-dir"), dir.path(), QStringLiteral("lookup"), isbn});
-    // The server lives in this process, so wait with the event loop running.
-    QTRY_VERIFY_WITH_TIMEOUT(p.state() == QProcess::NotRunning, 30000);
+    const CliRun run = runCli(dir.path(), {QStringLiteral("lookup"), isbn}, m_server->cliEnvironment(dir.path()));
 
     for (auto &line : out)
         line.replace(QLatin1String("{{server}}"), m_server->baseAddress().toString());
-    const auto lines = [](const QByteArray &bytes) {
-        return QString::fromUtf8(bytes).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    };
-    QCOMPARE(p.exitCode(), status);
-    QCOMPARE(lines(p.readAllStandardOutput()), out);
-    QCOMPARE(lines(p.readAllStandardError()), err);
+    QCOMPARE(run.status, status);
+    QCOMPARE(run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts), out);
+    QCOMPARE(run.err.split(QLatin1Char('\n'), Qt::SkipEmptyParts), err);
     QCOMPARE(m_server->requests().size(), 1);
     QCOMPARE(m_server->requests().first().q(), "ISBN:" + isbn);
 }
@@ -717,17 +706,8 @@ void TestBookSearch::cliAddWithLookup()
                         {200, encode(coverImage(QSize(128, 192)), "JPEG", 90), "image/jpeg", 0});
     QTemporaryDir dir;
     const auto run = [&](const QStringList &args) {
-        QProcess p;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("TOMEWISE_BOOKS_API"), m_server->volumesAddress().toString());
-        env.insert(QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("%{message}"));
-        env.insert(QStringLiteral("XDG_RUNTIME_DIR"), dir.path());
-        p.setProcessEnvironment(env);
-        p.start(QStringLiteral(TOMEWISE_CLI), QStringList{QStringLiteral("--data-dir"), dir.path()} + args);
-        if (!QTest::qWaitFor([&p] { return p.state() == QProcess::NotRunning; }, 30000))
-            qWarning("tomewise-cli did not finish");
-        return std::tuple{p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-                          QString::fromUtf8(p.readAllStandardError())};
+        const CliRun r = runCli(dir.path(), args, m_server->cliEnvironment(dir.path()));
+        return std::tuple{r.status, r.out, r.err};
     };
 
     const auto [notFound, out1, err1] = run({"book", "add", "--isbn", "9780000000019", "--lookup", "--title", "X",

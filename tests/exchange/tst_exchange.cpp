@@ -4,6 +4,7 @@
 #include "exchange/exportviewcontroller.h"
 #include "exchange/importfilereader.h"
 #include "exchange/importviewcontroller.h"
+#include "support/clirun.h"
 #include "support/imagefixtures.h"
 #include "support/logcapture.h"
 #include "support/testapp.h"
@@ -13,7 +14,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QSqlQuery>
 #include <QTemporaryDir>
@@ -575,12 +575,10 @@ void TestExchange::commandLine()
         Q_UNUSED(seed);
     }
     auto cli = [](const QString &dataDir, const QStringList &args, QByteArray *out = nullptr) {
-        QProcess p;
-        p.start(QStringLiteral(TOMEWISE_CLI), QStringList{QStringLiteral("--data-dir"), dataDir} + args);
-        p.waitForFinished(60000);
+        const CliRun run = runCli(dataDir, args);
         if (out)
-            *out = p.readAllStandardOutput();
-        return p.exitCode();
+            *out = run.out.toUtf8();
+        return run.status;
     };
     const QString golden = QStringLiteral(TOMEWISE_TEST_DATA "/exchange/golden.csv");
     QByteArray out;

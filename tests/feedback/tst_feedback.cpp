@@ -2,9 +2,9 @@
 #include "entry/detailviewcontroller.h"
 #include "feedback/ratesharetableviewcontroller.h"
 #include "feedback/reviewservice.h"
+#include "support/clirun.h"
 #include "support/testapp.h"
 
-#include <QProcess>
 #include <QTest>
 #include <QTimeZone>
 #include <QWindow>
@@ -19,14 +19,13 @@ QDateTime newYork(int year, int month, int day, int hour, int minute = 0)
     return QDateTime(QDate(year, month, day), QTime(hour, minute), QTimeZone("America/New_York"));
 }
 
+// Both streams, as a user sees them.
 QByteArray cli(const QString &dataDir, const QStringList &args, int *status = nullptr)
 {
-    QProcess p;
-    p.start(QStringLiteral(TOMEWISE_CLI), QStringList{QStringLiteral("--data-dir"), dataDir} + args);
-    p.waitForFinished(60000);
+    const CliRun run = runCli(dataDir, args);
     if (status)
-        *status = p.exitCode();
-    return p.readAllStandardOutput() + p.readAllStandardError();
+        *status = run.status;
+    return (run.out + run.err).toUtf8();
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // One library, several processes: a store busy with another connection's
 // write and a library held by another Tomewise, seen from the command line.
+#include "support/clirun.h"
 #include "support/testapp.h"
 
 #include <QDir>
@@ -16,13 +17,6 @@ using namespace tomewise::test;
 
 namespace {
 
-struct Run
-{
-    int status = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
 void startCli(QProcess &p, const QString &dataDir, const QStringList &args, int busyTimeoutMs)
 {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -31,12 +25,9 @@ void startCli(QProcess &p, const QString &dataDir, const QStringList &args, int 
     p.start(QStringLiteral(TOMEWISE_CLI), QStringList{QStringLiteral("--data-dir"), dataDir} + args);
 }
 
-Run cli(const QString &dataDir, const QStringList &args, int busyTimeoutMs = 200)
+CliRun cli(const QString &dataDir, const QStringList &args)
 {
-    QProcess p;
-    startCli(p, dataDir, args, busyTimeoutMs);
-    p.waitForFinished(60000);
-    return {p.exitCode(), p.readAllStandardOutput(), p.readAllStandardError()};
+    return runCli(dataDir, args, {{QStringLiteral("TOMEWISE_BUSY_TIMEOUT_MS"), QStringLiteral("200")}});
 }
 
 // Another connection holding the store's write lock until it goes.
@@ -90,21 +81,21 @@ private Q_SLOTS:
 void TestLibrary::busyStoreFailsLoudly_data()
 {
     QTest::addColumn<QStringList>("args");
-    QTest::addColumn<QByteArray>("named"); // what stderr must name as not saved
+    QTest::addColumn<QString>("named"); // what stderr must name as not saved
 
     QTest::newRow("book add") << QStringList{"book", "add", "--title", "Dune", "--author", "Frank Herbert"}
-                              << QByteArray("Not saved: \"Dune\"");
+                              << QStringLiteral("Not saved: \"Dune\"");
     QTest::newRow("book edit") << QStringList{"book", "edit", "--index", "0", "--pages", "12"}
-                               << QByteArray("Not saved: the changes to the book");
-    QTest::newRow("book delete") << QStringList{"book", "delete", "--index", "0"} << QByteArray("Not deleted: ");
+                               << QStringLiteral("Not saved: the changes to the book");
+    QTest::newRow("book delete") << QStringList{"book", "delete", "--index", "0"} << QStringLiteral("Not deleted: ");
     QTest::newRow("import") << QStringList{"import", "@file"}
-                            << QByteArray("Not saved: line 3, \"Emma\" by \"Jane Austen\": ");
+                            << QStringLiteral("Not saved: line 3, \"Emma\" by \"Jane Austen\": ");
 }
 
 void TestLibrary::busyStoreFailsLoudly()
 {
     QFETCH(QStringList, args);
-    QFETCH(QByteArray, named);
+    QFETCH(QString, named);
     TestApp t;
     Books persuasion = book(QStringLiteral("Persuasion"), QStringLiteral("Jane Austen"));
     persuasion.dt = QStringLiteral("March 4, 2021"); // the detail screen refuses a book without a date
@@ -116,20 +107,20 @@ void TestLibrary::busyStoreFailsLoudly()
     file.close();
     args.replaceInStrings(QStringLiteral("@file"), file.fileName());
 
-    const Run busy = [&] {
+    const CliRun busy = [&] {
         WriteLock lock(t.store().path());
         return cli(t.dataDirectory(), args);
     }();
     QCOMPARE(busy.status, 1);
-    QVERIFY2(busy.err.contains(named), busy.err.constData());
-    QVERIFY2(busy.err.contains("database is locked"), busy.err.constData()); // the store's log line
+    QVERIFY2(busy.err.contains(named), qPrintable(busy.err));
+    QVERIFY2(busy.err.contains("database is locked"), qPrintable(busy.err)); // the store's log line
     QVERIFY(!busy.out.startsWith("Saved") && !busy.out.startsWith("Deleted"));
     QCOMPARE(bookCount(t), 1);
     if (args.first() == u"import")
         QVERIFY(busy.out.contains("2 records could not be saved."));
 
     // Once the store is free, the same command goes through.
-    const Run free = cli(t.dataDirectory(), args);
+    const CliRun free = cli(t.dataDirectory(), args);
     QCOMPARE(free.status, 0);
 }
 
@@ -144,13 +135,12 @@ void TestLibrary::secondProcessIsRefused()
 
     QElapsedTimer waited;
     waited.start();
-    const Run second = cli(t.dataDirectory(), {"book", "add", "--title", "Emma", "--author", "Jane Austen"});
+    const CliRun second = cli(t.dataDirectory(), {"book", "add", "--title", "Emma", "--author", "Jane Austen"});
     QCOMPARE(second.status, 3);
     QVERIFY(waited.elapsed() >= 1500); // it waits a little first
-    const QByteArray message = QStringLiteral("The library %1 is in use by another Tomewise (pid %2)\n")
-                                   .arg(t.dataDirectory())
-                                   .arg(first.processId())
-                                   .toUtf8();
+    const QString message = QStringLiteral("The library %1 is in use by another Tomewise (pid %2)\n")
+                                .arg(t.dataDirectory())
+                                .arg(first.processId());
     QCOMPARE(second.err, message);
     QVERIFY(first.waitForFinished(20000));
     QCOMPARE(first.exitCode(), 1);
@@ -170,7 +160,7 @@ void TestLibrary::staleLockIsTakenOver()
         QVERIFY(killed.waitForFinished(5000));
     }
     QVERIFY(QFile::exists(t.dataDirectory() + QStringLiteral("/Tomewise.lock")));
-    const Run next = cli(t.dataDirectory(), {"book", "add", "--title", "Emma", "--author", "Jane Austen"});
+    const CliRun next = cli(t.dataDirectory(), {"book", "add", "--title", "Emma", "--author", "Jane Austen"});
     QCOMPARE(next.status, 0);
     QCOMPARE(bookCount(t), 2);
 }

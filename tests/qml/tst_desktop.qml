@@ -39,9 +39,9 @@ TestCase {
         return item ? item.text : ""
     }
     function undo() {
-        const notice = findChild(page(), "notice")
-        tryCompare(notice, "opened", true)
-        mouseClick(findChild(notice.contentItem, "noticeAction"))
+        const notice = findChild(window.contentItem, "notice")
+        tryCompare(notice, "shown", true)
+        mouseClick(findChild(notice, "noticeAction"))
         tryCompare(notice, "visible", false)
     }
 

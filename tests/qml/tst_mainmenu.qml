@@ -58,6 +58,16 @@ TestCase {
         wait(250)
         mouseClick(rate)
         tryCompare(page(), "title", "Rate & Share")
+        // A text alone shares without an empty picture frame above it.
+        tryCompare(window.pageStack, "busy", false)
+        mouseClick(findChild(page(), "RateShareRow1"))
+        const sheet = findChild(page(), "shareSheet")
+        tryCompare(sheet, "opened", true)
+        compare(findChild(sheet, "shareImage").visible, false)
+        wait(200)
+        shots.save(window, "share-text-only")
+        sheet.close()
+        tryCompare(sheet, "visible", false)
         verify(window.unwind("unwindToMenu"))
         tryCompare(page(), "title", "Tomewise")
     }

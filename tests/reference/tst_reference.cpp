@@ -1,5 +1,6 @@
 // The reference lists: load order, sort, search, delete, add, rename, series
 // seeding, selection, and the command line over the same screens.
+#include "support/clirun.h"
 #include "support/testapp.h"
 
 #include "app/pagedirectory.h"
@@ -8,12 +9,13 @@
 #include "reference/referencetablecontroller.h"
 
 #include <QAbstractItemModelTester>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace tomewise;
+using tomewise::test::CliRun;
+using tomewise::test::runCli;
 using tomewise::test::TestApp;
 
 Q_DECLARE_METATYPE(tomewise::ReferenceKind)
@@ -401,19 +403,9 @@ void TestReference::selection()
 }
 
 namespace {
-struct CliRun
-{
-    int status;
-    QString out;
-    QString err;
-};
-
 CliRun cli(const QString &dataDir, const QStringList &args)
 {
-    QProcess p;
-    p.start(QStringLiteral(TOMEWISE_CLI), QStringList{"--data-dir", dataDir} + args);
-    p.waitForFinished(30000);
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
+    return runCli(dataDir, args);
 }
 } // namespace
 

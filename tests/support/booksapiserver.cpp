@@ -82,6 +82,13 @@ QUrl BooksApiServer::volumesAddress() const
     return QUrl(baseAddress().toString() + QStringLiteral("/books/v1/volumes"));
 }
 
+QHash<QString, QString> BooksApiServer::cliEnvironment(const QString &runtimeDir) const
+{
+    return {{QStringLiteral("TOMEWISE_BOOKS_API"), volumesAddress().toString()},
+            {QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("%{message}")},
+            {QStringLiteral("XDG_RUNTIME_DIR"), runtimeDir}};
+}
+
 void BooksApiServer::setAnswer(const QString &path, const Answer &answer)
 {
     m_answers.insert(path, answer);

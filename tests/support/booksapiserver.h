@@ -53,6 +53,8 @@ public:
     quint16 port() const;
     QUrl baseAddress() const;    // http://127.0.0.1:PORT
     QUrl volumesAddress() const; // .../books/v1/volumes
+    // For a tomewise-cli run (runCli) that asks this server, its log lines bare.
+    QHash<QString, QString> cliEnvironment(const QString &runtimeDir) const;
 
     // An exact path ("/covers/a.jpg") answered as given.
     void setAnswer(const QString &path, const Answer &answer);
