@@ -157,4 +157,40 @@ std::optional<QDateTime> DateText::startOfDay(int year, int month, int day) cons
     return fromUDate(d);
 }
 
+icu::Calendar &DateText::localCalendar() const
+{
+    if (!m_localCalendar) {
+        UErrorCode status = U_ZERO_ERROR;
+        m_localCalendar.reset(icu::Calendar::createInstance(*m_zone, *m_locale, status));
+        if (U_FAILURE(status) || !m_localCalendar)
+            m_localCalendar = std::make_unique<icu::GregorianCalendar>(*m_zone, *m_locale, status);
+        m_localCalendar->setLenient(true);
+    }
+    return *m_localCalendar;
+}
+
+int DateText::localYear(const QDateTime &instant) const
+{
+    UErrorCode status = U_ZERO_ERROR;
+    icu::Calendar &cal = localCalendar();
+    cal.setTime(toUDate(instant), status);
+    return cal.get(UCAL_EXTENDED_YEAR, status);
+}
+
+std::optional<std::pair<QDateTime, QDateTime>> DateText::localYearSpan(int year, bool extended) const
+{
+    UErrorCode status = U_ZERO_ERROR;
+    icu::Calendar &cal = localCalendar();
+    cal.clear();
+    cal.set(extended ? UCAL_EXTENDED_YEAR : UCAL_YEAR, year);
+    cal.set(UCAL_MONTH, 0);
+    cal.set(UCAL_DATE, 1);
+    const UDate start = cal.getTime(status);
+    cal.add(UCAL_YEAR, 1, status);
+    const UDate next = cal.getTime(status);
+    if (U_FAILURE(status))
+        return std::nullopt;
+    return std::pair{fromUDate(start), fromUDate(next).addSecs(-1)};
+}
+
 } // namespace tomewise
