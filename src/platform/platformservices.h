@@ -47,6 +47,8 @@ public:
 
     virtual bool cameraAvailable() const = 0;
     virtual std::optional<QImage> clipboardImage() const = 0;
+    // Whether the user can pick a picture file (a file chooser or a gallery).
+    virtual bool canChoosePicture() const { return true; }
     virtual bool canSendMail() const = 0;
     virtual void composeMail(const MailDraft &draft) = 0;
     virtual bool canSendText() const = 0;

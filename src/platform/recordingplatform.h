@@ -13,6 +13,7 @@ public:
 
     bool hasCamera = false;
     std::optional<QImage> clipboard;
+    bool pictureSource = true;
     bool mailAvailable = true;
     bool textAvailable = true;
 
@@ -25,6 +26,7 @@ public:
 
     bool cameraAvailable() const override { return hasCamera; }
     std::optional<QImage> clipboardImage() const override { return clipboard; }
+    bool canChoosePicture() const override { return pictureSource; }
     bool canSendMail() const override { return mailAvailable; }
     void composeMail(const MailDraft &draft) override { mails.append(draft); }
     bool canSendText() const override { return textAvailable; }

@@ -82,9 +82,11 @@ void TestBarcodeScreens::withoutCamera_data()
                              << QStringList{QStringLiteral("Scanning not supported"),
                                             QStringLiteral("Your device does not support scanning a code from an "
                                                            "item. Please use a device with a camera.")};
-    QTest::newRow("CaptureIOS16, empty clipboard")
+    QTest::newRow("CaptureIOS16, no picture source")
         << "CaptureIOS16" << QStringList()
-        << QStringList{QString(), QStringLiteral("Scanner is not available for usage. please chech settings")};
+        << QStringList{QStringLiteral("Scanner is not available for usage. please chech settings"), QString()};
+    // An empty clipboard leads to the file chooser, even with a camera: no alert.
+    QTest::newRow("CaptureIOS16, chooser") << "CaptureIOS16 chooser" << QStringList() << QStringList();
 }
 
 void TestBarcodeScreens::withoutCamera()
@@ -96,9 +98,16 @@ void TestBarcodeScreens::withoutCamera()
     TestApp t;
     LogCapture capture;
     std::unique_ptr<ScannerController> controller;
-    if (screen == QLatin1String("CaptureIOS16")) {
+    if (screen.startsWith(QLatin1String("CaptureIOS16"))) {
+        const bool chooser = screen.endsWith(QLatin1String("chooser"));
+        t.platform().pictureSource = chooser;
+        t.platform().hasCamera = chooser;
         auto photo = std::make_unique<CaptureViewControllerIOS16>(&t.app());
+        QSignalSpy picker(photo.get(), &CaptureViewControllerIOS16::documentPickerRequested);
+        QSignalSpy navigated(photo.get(), &ScreenController::navigate);
         photo->StartScanning();
+        QCOMPARE(picker.size(), chooser ? 1 : 0);
+        QCOMPARE(navigated.size(), 0);
         controller = std::move(photo);
     } else {
         std::unique_ptr<CaptureSessionController> camera;
