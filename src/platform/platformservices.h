@@ -27,12 +27,14 @@ struct MailDraft
     QList<MailAttachment> attachments;
 };
 
-// What a share sheet is handed: any of a text, an image and files.
+// What a share sheet is handed: any of a text, an image, files and web
+// addresses, each address an item of its own after the text.
 struct ShareItems
 {
     QString text;
     QImage image;
     QList<QUrl> files;
+    QList<QUrl> links;
     QStringList excludedActivities;
 };
 
@@ -61,7 +63,7 @@ public:
 
 Q_SIGNALS:
     // The desktop shows its own sheet for these; the page listens.
-    void shareRequested(const QString &text, const QImage &image, const QList<QUrl> &files);
+    void shareRequested(const QString &text, const QImage &image, const QList<QUrl> &files, const QList<QUrl> &links);
     void storeReviewRequested();
 };
 

@@ -38,7 +38,7 @@ public:
     void share(const ShareItems &items) override
     {
         shares.append(items);
-        Q_EMIT shareRequested(items.text, items.image, items.files);
+        Q_EMIT shareRequested(items.text, items.image, items.files, items.links);
     }
     void requestStoreReview() override { ++reviewRequests; }
     void requestStoreReviewIn(QWindow *window) override
