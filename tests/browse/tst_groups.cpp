@@ -199,6 +199,43 @@ private Q_SLOTS:
         QVERIFY(chart.last().toMap().value("other").toBool());
     }
 
+    void chartYearsInNumberOrderWithGaps()
+    {
+        TestApp t;
+        for (int y : {1999, 950, 2001, 1997})
+            shelf(t, QString::number(y), {{"publishDate", y}});
+        auto s = summaryOf(t, GroupKind::YearPublished);
+        s->setChartShown(true);
+        auto columns = [&s] {
+            QStringList out;
+            for (const QVariant &c : s->chart()) {
+                const QVariantMap m = c.toMap();
+                out << (m.value("gap").toBool() ? "(" + m.value("value").toString() + ")"
+                                                : m.value("value").toString() + "=" + m.value("count").toString());
+            }
+            return out;
+        };
+        QStringList expected{"950=1", "(…)", "1997=1", "()", "1999=1", "()", "2001=1"};
+        QCOMPARE(columns(), expected);
+        s->SortButtonTapped();
+        std::reverse(expected.begin(), expected.end());
+        QCOMPARE(columns(), expected);
+    }
+
+    // Shown right after loading, the summary keeps the counts it loaded with.
+    void firstAppearanceKeepsTheLoadedCounts()
+    {
+        TestApp t;
+        shelf(t, "a", {{"category", "Poetry"}});
+        auto s = summaryOf(t, GroupKind::Genre);
+        shelf(t, "b", {{"category", "Poetry"}});
+        s->viewWillAppear();
+        QCOMPARE(rows(*s), QStringList{"Poetry=1"});
+        s->selectValue(QStringLiteral("Poetry"));
+        s->viewWillAppear();
+        QCOMPARE(rows(*s), QStringList{"Poetry=2"});
+    }
+
     // The year text and its range come from the same calendar, whatever the locale's is.
     void yearReadInTheLocaleCalendar_data()
     {
