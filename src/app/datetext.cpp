@@ -181,14 +181,19 @@ std::optional<std::pair<QDateTime, QDateTime>> DateText::localYearSpan(int year,
 {
     UErrorCode status = U_ZERO_ERROR;
     icu::Calendar &cal = localCalendar();
+    const UCalendarDateFields field = extended ? UCAL_EXTENDED_YEAR : UCAL_YEAR;
     cal.clear();
-    cal.set(extended ? UCAL_EXTENDED_YEAR : UCAL_YEAR, year);
+    cal.set(field, year);
     cal.set(UCAL_MONTH, 0);
     cal.set(UCAL_DATE, 1);
     const UDate start = cal.getTime(status);
+    const bool sameYear = cal.get(field, status) == year; // no year 0 of an era
     cal.add(UCAL_YEAR, 1, status);
     const UDate next = cal.getTime(status);
-    if (U_FAILURE(status))
+    // The lenient calendar answers anything: past its range both ends pin to
+    // the same instant, which is no year at all.
+    constexpr UDate kShortestYear = 300.0 * 24 * 3600 * 1000;
+    if (U_FAILURE(status) || !sameYear || next - start < kShortestYear)
         return std::nullopt;
     return std::pair{fromUDate(start), fromUDate(next).addSecs(-1)};
 }

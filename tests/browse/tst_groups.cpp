@@ -265,6 +265,23 @@ private Q_SLOTS:
         QCOMPARE(values->last().count, 2);
     }
 
+    // A read date past the calendar's range has no year to count: its row shows 0
+    // and the later years still show.
+    void yearReadPastTheCalendarGoesOn()
+    {
+        TestApp t;
+        Books far = book("far", "A");
+        far.dateRead = QDateTime::fromSecsSinceEpoch(-1'000'000'000'000'000LL, Qt::UTC);
+        t.insert(far);
+        shelf(t, "near", {});
+        LogCapture log;
+        auto s = summaryOf(t, GroupKind::YearRead);
+        QCOMPARE(s->shownList().size(), 2);
+        QCOMPARE(rows(*s).first(), QStringLiteral("2021=1"));
+        QVERIFY(rows(*s).last().endsWith(QLatin1String("=0")));
+        QVERIFY(log.lines("tomewise.browse").contains(QStringLiteral("Failed to calculate date range")));
+    }
+
     // New York is five hours behind: the first hours of 2021 in UTC are still 2020 there.
     void yearReadCountsTheLocalYear()
     {
