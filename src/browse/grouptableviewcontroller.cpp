@@ -89,8 +89,10 @@ void GroupTableViewController::build()
         }
         found.insert(v.value, v.count);
     }
-    for (const auto &v : std::as_const(m_list))
-        found.try_emplace(v, 0);
+    for (const auto &v : std::as_const(m_list)) {
+        if (!found.contains(v))
+            found.insert(v, 0);
+    }
     order(m_list);
     m_model.setCounts(std::move(found));
     filter();
