@@ -162,8 +162,10 @@ icu::Calendar &DateText::localCalendar() const
     if (!m_localCalendar) {
         UErrorCode status = U_ZERO_ERROR;
         m_localCalendar.reset(icu::Calendar::createInstance(*m_zone, *m_locale, status));
-        if (U_FAILURE(status) || !m_localCalendar)
+        if (U_FAILURE(status) || !m_localCalendar) {
+            status = U_ZERO_ERROR;
             m_localCalendar = std::make_unique<icu::GregorianCalendar>(*m_zone, *m_locale, status);
+        }
         m_localCalendar->setLenient(true);
     }
     return *m_localCalendar;
