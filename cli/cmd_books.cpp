@@ -5,7 +5,6 @@
 #include "entry/booksearchmanager.h"
 #include "entry/detailviewcontroller.h"
 #include "entry/newbookviewcontroller.h"
-#include "entry/scannercontroller.h"
 #include "model/coverimage.h"
 
 #include <QImage>
@@ -114,31 +113,6 @@ bool lookUp(Context &ctx, BookForm &form, const AlertLog &alerts)
     return true;
 }
 
-// The photo screen's hand-over: the value read is kept, its search sent, and
-// the form takes both back as it does on returning from the scanner.
-bool scanLookUp(Context &ctx, BookForm &form, const AlertLog &alerts, const QString &isbn)
-{
-    struct Scanner : ScannerController
-    {
-        using ScannerController::ScannerController;
-        using ScannerController::handOver;
-    } scanner(ctx.app);
-    bool left = false;
-    QObject::connect(&scanner, &ScreenController::unwind, &scanner, [&left] { left = true; });
-    scanner.handOver(isbn);
-    waitUntil([&left] { return left; }, ScannerController::kLookupWaitMs + 1000);
-    const int alertsBefore = alerts.count();
-    form.unwindFromScanner();
-    const auto &held = ctx.app->state().scannedBookItems();
-    if (!held || held->isEmpty()) {
-        waitUntil([&] { return alerts.count() > alertsBefore; }, BookForm::kScannerNotFoundDelayMs * 2);
-        return false;
-    }
-    BookSearchManager &search = form.searchManager();
-    waitUntil([&search] { return search.pendingCount() == 0; }, kSearchWaitMs);
-    return true;
-}
-
 // The screens log a save the store refused and carry on, as they must; the
 // command still fails then, naming what was not saved.
 int refusedByStore(Context &ctx, int failedBefore, const QString &what)
@@ -155,9 +129,7 @@ int bookAdd(Context &ctx, QStringList &args)
     AlertLog alerts(form, ctx.err);
     form.viewDidLoad();
     form.viewWillAppear();
-    const bool lookup = takeFlag(args, QStringLiteral("--lookup"));
-    // A photo's barcode comes back from the scanner (cmd_scan.cpp); with no
-    // look-up it is the ISBN field's text.
+    // A photo's barcode stands in for a typed ISBN (cmd_scan.cpp).
     if (const auto picture = takeOption(args, QStringLiteral("--scan"))) {
         if (args.contains(QStringLiteral("--isbn"))) {
             ctx.err << "--scan and --isbn: choose one" << Qt::endl;
@@ -166,13 +138,9 @@ int bookAdd(Context &ctx, QStringList &args)
         const auto isbn = scanPicture(ctx, *picture);
         if (!isbn)
             return 1;
-        if (lookup) {
-            if (!scanLookUp(ctx, form, alerts, *isbn))
-                return 1;
-        } else {
-            args << QStringLiteral("--isbn") << *isbn;
-        }
-    } else if (lookup) {
+        args << QStringLiteral("--isbn") << *isbn;
+    }
+    if (takeFlag(args, QStringLiteral("--lookup"))) {
         const auto isbn = takeOption(args, QStringLiteral("--isbn"));
         if (!isbn)
             return usageError(ctx, kAddUsage);

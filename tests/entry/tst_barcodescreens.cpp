@@ -298,9 +298,6 @@ void TestBarcodeScreens::commandLine_data()
                              << "No barcode found in " + path("frame-empty.png") + " (EAN-8, EAN-13, PDF417 or QR code)\n";
     QTest::newRow("add --scan --lookup") << QStringList{"book", "add", "--scan", path("ean13-addon.png"), "--lookup"}
                                          << 0 << "Saved \"Good Omens\" (Nov 21, 2026)\n" << QString();
-    QTest::newRow("add --scan --lookup, not found")
-        << QStringList{"book", "add", "--scan", path("qr.png"), "--lookup"} << 1 << QString()
-        << "Book Not Found: The Scanned Barcode returned no Results for: " + kURL + "\n";
     QTest::newRow("add --scan --isbn") << QStringList{"book", "add", "--scan", path("qr.png"), "--isbn", "1"} << 2
                                        << QString() << QStringLiteral("--scan and --isbn: choose one\n");
 }
