@@ -131,6 +131,7 @@ int main(int argc, char *argv[])
             QElapsedTimer t;
             t.start();
             summary.viewDidLoad();
+            summary.viewWillAppear(); // as the tab shows it
             const double open = ms(t);
             t.restart();
             const auto *model = summary.model();

@@ -132,6 +132,10 @@ int bookAdd(Context &ctx, QStringList &args)
     form.viewWillAppear();
     // A photo's barcode stands in for a typed ISBN (cmd_scan.cpp).
     if (const auto picture = takeOption(args, QStringLiteral("--scan"))) {
+        if (args.contains(QStringLiteral("--isbn"))) {
+            ctx.err << "--scan and --isbn: choose one" << Qt::endl;
+            return 2;
+        }
         const auto isbn = scanPicture(ctx, *picture);
         if (!isbn)
             return 1;

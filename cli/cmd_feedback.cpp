@@ -43,7 +43,12 @@ int rateShare(Context &ctx)
                          unopened = !handled;
                      });
     QObject::connect(&ctx.app->platform(), &PlatformServices::shareRequested, &screen,
-                     [&ctx](const QString &text) { ctx.out << printable(text, LineBreaks::Keep) << '\n'; });
+                     [&ctx](const QString &text, const QImage &, const QList<QUrl> &, const QList<QUrl> &links) {
+                         if (!text.isEmpty())
+                             ctx.out << printable(text, LineBreaks::Keep) << '\n';
+                         for (const QUrl &link : links)
+                             ctx.out << link.toString() << '\n';
+                     });
     screen.viewDidLoad();
     screen.didSelectRow(row);
     return alerts.count() || unopened ? 1 : 0;

@@ -52,6 +52,18 @@ Dialog {
         onActivated: dialog.answer(dialog.escapeIndex)
     }
 
+    // Wrapped, not cut short: some titles are a whole sentence.
+    header: Label {
+        objectName: "alertTitle"
+        text: dialog.title
+        visible: text.length > 0
+        wrapMode: Text.Wrap
+        font.bold: true
+        font.pixelSize: 16
+        padding: 24
+        bottomPadding: 0
+    }
+
     contentItem: Label {
         text: dialog.message
         wrapMode: Text.Wrap

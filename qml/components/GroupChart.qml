@@ -79,6 +79,7 @@ Item {
             width: 28
             height: ListView.view.height
             padding: 0
+            enabled: !modelData.gap
             onClicked: chart.picked(modelData.value)
             background: null
             contentItem: Item {
@@ -101,9 +102,11 @@ Item {
                     width: 18
                     radius: 3
                     color: Theme.accent
+                    visible: !year.modelData.gap
                     height: Math.max(2, (parent.height - 70) * year.modelData.count / Math.max(1, chart.most))
                 }
                 Label {
+                    visible: !year.modelData.gap
                     anchors.bottom: column.top
                     anchors.horizontalCenter: parent.horizontalCenter
                     text: year.modelData.count

@@ -4,12 +4,13 @@ import QtQuick.Controls.Material
 import QtQuick.Layouts
 import Tomewise
 
-// The desktop's share sheet: shows what a screen shares (text and picture)
-// and copies the text to the clipboard.
+// The desktop's share sheet: shows what a screen shares (text, picture and
+// each address on its own) and copies them to the clipboard.
 Dialog {
     id: sheet
     property PlatformServices platform
     property string text
+    property var links: []
 
     objectName: "shareSheet"
     // No shadow layer: without a GPU it draws nothing and the sheet shows no background.
@@ -22,8 +23,9 @@ Dialog {
 
     Connections {
         target: sheet.platform
-        function onShareRequested(text, image, files) {
+        function onShareRequested(text, image, files, links) {
             sheet.text = text
+            sheet.links = (links || []).map(link => link.toString())
             shareImage.image = image
             sheet.open()
         }
@@ -47,11 +49,31 @@ Dialog {
             TextArea {
                 id: shareText
                 objectName: "shareText"
+                visible: text.length > 0
                 readOnly: true
                 wrapMode: TextEdit.Wrap
                 text: sheet.text
                 font.pixelSize: 14
             }
+        }
+        Repeater {
+            model: sheet.links
+            Label {
+                required property string modelData
+                required property int index
+                objectName: "shareLink" + index
+                Layout.fillWidth: true
+                text: modelData
+                color: Theme.accent
+                wrapMode: Text.WrapAnywhere
+                font.pixelSize: 14
+            }
+        }
+        // What Copy puts on the clipboard: every item, one a line.
+        TextEdit {
+            id: allItems
+            visible: false
+            text: [sheet.text].concat(sheet.links).filter(item => item.length > 0).join("\n")
         }
     }
 
@@ -62,9 +84,9 @@ Dialog {
             flat: true
             DialogButtonBox.buttonRole: DialogButtonBox.ActionRole
             onClicked: {
-                shareText.selectAll()
-                shareText.copy()
-                shareText.deselect()
+                allItems.selectAll()
+                allItems.copy()
+                allItems.deselect()
             }
         }
         Button {

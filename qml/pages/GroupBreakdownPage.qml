@@ -54,7 +54,12 @@ ScreenPage {
             ToolButton {
                 id: menuButton
                 objectName: "SortMenuButton"
-                contentItem: Icon { name: "sort"; color: "white" }
+                text: "Sort by"
+                contentItem: RowLayout {
+                    spacing: 2
+                    Icon { name: "sort"; color: "white" }
+                    Label { text: menuButton.text; color: "white" }
+                }
                 onClicked: sortMenu.open()
                 Accessible.name: "Sort by"
                 Menu {
@@ -68,7 +73,7 @@ ScreenPage {
                         radius: 4
                         border.color: "#d0ccc8"
                     }
-                    MenuItem { text: "Sort by"; enabled: false }
+                    MenuItem { objectName: "sortMenuTitle"; text: sortMenu.title; enabled: false }
                     Repeater {
                         model: page.ctl.sortActions
                         MenuItem {

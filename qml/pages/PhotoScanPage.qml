@@ -10,6 +10,7 @@ import "../components"
 ScreenPage {
     id: page
     readonly property alias controller: ctl
+    readonly property alias pictureDialog: fileDialog
     title: ctl.title
 
     CaptureViewControllerIOS16 {

@@ -157,4 +157,47 @@ std::optional<QDateTime> DateText::startOfDay(int year, int month, int day) cons
     return fromUDate(d);
 }
 
+icu::Calendar &DateText::localCalendar() const
+{
+    if (!m_localCalendar) {
+        UErrorCode status = U_ZERO_ERROR;
+        m_localCalendar.reset(icu::Calendar::createInstance(*m_zone, *m_locale, status));
+        if (U_FAILURE(status) || !m_localCalendar) {
+            status = U_ZERO_ERROR;
+            m_localCalendar = std::make_unique<icu::GregorianCalendar>(*m_zone, *m_locale, status);
+        }
+        m_localCalendar->setLenient(true);
+    }
+    return *m_localCalendar;
+}
+
+int DateText::localYear(const QDateTime &instant) const
+{
+    UErrorCode status = U_ZERO_ERROR;
+    icu::Calendar &cal = localCalendar();
+    cal.setTime(toUDate(instant), status);
+    return cal.get(UCAL_EXTENDED_YEAR, status);
+}
+
+std::optional<std::pair<QDateTime, QDateTime>> DateText::localYearSpan(int year, bool extended) const
+{
+    UErrorCode status = U_ZERO_ERROR;
+    icu::Calendar &cal = localCalendar();
+    const UCalendarDateFields field = extended ? UCAL_EXTENDED_YEAR : UCAL_YEAR;
+    cal.clear();
+    cal.set(field, year);
+    cal.set(UCAL_MONTH, 0);
+    cal.set(UCAL_DATE, 1);
+    const UDate start = cal.getTime(status);
+    const bool sameYear = cal.get(field, status) == year; // no year 0 of an era
+    cal.add(UCAL_YEAR, 1, status);
+    const UDate next = cal.getTime(status);
+    // The lenient calendar answers anything: past its range both ends pin to
+    // the same instant, which is no year at all.
+    constexpr UDate kShortestYear = 300.0 * 24 * 3600 * 1000;
+    if (U_FAILURE(status) || !sameYear || next - start < kShortestYear)
+        return std::nullopt;
+    return std::pair{fromUDate(start), fromUDate(next).addSecs(-1)};
+}
+
 } // namespace tomewise

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include <unicode/uversion.h>
 
@@ -57,12 +58,20 @@ public:
     // components roll over (0/0/0 is the last day of November, 2 BC).
     std::optional<QDateTime> startOfDay(int year, int month, int day) const;
 
+    // Years as the locale counts them (Buddhist years in th_TH), the calendar
+    // a "yyyy" pattern writes: the extended year of an instant (1 BC is 0), and
+    // the first and last second of a year, given as the year of the current
+    // era or, when `extended`, as the extended year.
+    int localYear(const QDateTime &instant) const;
+    std::optional<std::pair<QDateTime, QDateTime>> localYearSpan(int year, bool extended = false) const;
+
     // The locale name ICU is given for the device locale ("C" reads as en_US).
     static QString deviceLocaleName();
 
 private:
     icu::DateFormat &formatter(Style style) const;
     icu::Calendar &calendar() const;
+    icu::Calendar &localCalendar() const;
 
     QString m_localeName;
     QByteArray m_timeZoneId;
@@ -71,6 +80,7 @@ private:
     mutable std::unique_ptr<icu::DateFormat> m_medium;
     mutable std::unique_ptr<icu::DateFormat> m_long;
     mutable std::unique_ptr<icu::Calendar> m_calendar; // built once: start-up asks it for every book
+    mutable std::unique_ptr<icu::Calendar> m_localCalendar;
 };
 
 } // namespace tomewise

@@ -4,7 +4,10 @@
 #include "app/log.h"
 #include "model/bookstore.h"
 
+#include <QSet>
 #include <QSqlError>
+
+#include <algorithm>
 
 namespace tomewise {
 
@@ -72,6 +75,7 @@ std::optional<QList<GroupValueCount>> GroupCounts::yearReadValues(const GroupKin
     // few look-ups, not one per year.
     const QString first = QStringLiteral("SELECT MIN(dateRead) FROM Books WHERE dateRead > ?");
     QList<GroupValueCount> list;
+    QSet<QString> seen;
     qint64 after = std::numeric_limits<qint64>::min();
     for (;;) {
         QSqlQuery *q = run(first, {after}, error);
@@ -82,26 +86,27 @@ std::optional<QList<GroupValueCount>> GroupCounts::yearReadValues(const GroupKin
         if (next.isNull())
             break;
         const QDateTime instant = QDateTime::fromSecsSinceEpoch(next.toLongLong());
-        const auto range = yearRange(m_dates.components(instant).year);
-        if (!range)
-            break;
+        // The text is the year of its era, so 1 BC and AD 1 both read "0001":
+        // one row, as the summary keeps each text once.
         const QString text = m_dates.formatPattern(instant, QStringLiteral("yyyy"));
-        const auto n = count(kind, text, error);
-        if (!n)
-            return std::nullopt;
-        list.append({text, *n});
-        after = range->second.toSecsSinceEpoch();
+        if (!seen.contains(text)) {
+            seen.insert(text);
+            const auto n = count(kind, text, error);
+            if (!n)
+                return std::nullopt;
+            list.append({text, *n});
+        }
+        // A year whose bounds cannot be formed still shows (with 0): step past
+        // this one book and go on.
+        const auto range = m_dates.localYearSpan(m_dates.localYear(instant), true);
+        after = range ? std::max(range->second.toSecsSinceEpoch(), next.toLongLong()) : next.toLongLong();
     }
     return list;
 }
 
 std::optional<std::pair<QDateTime, QDateTime>> GroupCounts::yearRange(int year) const
 {
-    const auto start = m_dates.startOfDay(year, 1, 1);
-    const auto next = m_dates.startOfDay(year + 1, 1, 1);
-    if (!start || !next)
-        return std::nullopt;
-    return std::pair{*start, next->addSecs(-1)};
+    return m_dates.localYearSpan(year);
 }
 
 std::optional<qint64> GroupCounts::count(const GroupKindInfo &kind, const QString &value, QString *error)

@@ -35,7 +35,8 @@ public:
     // The count of one row as the kind's count predicate gives it; year read
     // reads the year from the text and logs why a text yields 0.
     std::optional<qint64> count(const GroupKindInfo &kind, const QString &value, QString *error = nullptr);
-    // The first and the last second of a year in the device's calendar and zone.
+    // The first and the last second of a year of the current era in the
+    // locale's calendar and the device's zone.
     std::optional<std::pair<QDateTime, QDateTime>> yearRange(int year) const;
     bool hasCover(qint64 pk);
 

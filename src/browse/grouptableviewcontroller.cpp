@@ -2,9 +2,11 @@
 
 #include "app/log.h"
 
+#include <QSet>
 #include <QVariantMap>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace tomewise {
 
@@ -34,12 +36,19 @@ void GroupTableViewController::viewDidLoad()
 {
     m_sortAsc = true;
     build();
+    m_justLoaded = true;
 }
 
 void GroupTableViewController::viewWillAppear()
 {
     if (!m_sortAsc)
         return;
+    // The counts were fetched with the list a moment ago; counting them again
+    // would only throw that work away.
+    if (m_justLoaded) {
+        m_justLoaded = false;
+        return;
+    }
     if (m_chartShown && countAll())
         updateChart();
     else
@@ -71,12 +80,18 @@ void GroupTableViewController::build()
     m_numberOfBooks = *books;
     QHash<QString, qint64> found;
     found.reserve(values->size());
-    m_list.clear();
-    m_lowered.clear();
-    m_list.reserve(values->size());
+    // A rebuild only adds values: a group whose last book went stays, with 0.
+    QSet<QString> listed(m_list.cbegin(), m_list.cend());
     for (const auto &v : *values) {
-        m_list << v.value;
+        if (!listed.contains(v.value)) {
+            listed.insert(v.value);
+            m_list << v.value;
+        }
         found.insert(v.value, v.count);
+    }
+    for (const auto &v : std::as_const(m_list)) {
+        if (!found.contains(v))
+            found.insert(v, 0);
     }
     order(m_list);
     m_model.setCounts(std::move(found));
@@ -214,6 +229,7 @@ void GroupTableViewController::selectValue(const QString &value)
         state.setSelectedFormat(value);
         break;
     }
+    m_justLoaded = false; // the breakdown may delete books: count on return
     Q_EMIT navigate(QLatin1String(m_info.breakdownTarget));
 }
 
@@ -226,12 +242,41 @@ void GroupTableViewController::updateChart()
         chart << QVariantMap{{QStringLiteral("value"), value}, {QStringLiteral("count"), n},
                              {QStringLiteral("other"), other}};
     };
+    auto gap = [&](const QString &label) {
+        chart << QVariantMap{{QStringLiteral("value"), label}, {QStringLiteral("count"), 0},
+                             {QStringLiteral("other"), false}, {QStringLiteral("gap"), true}};
+    };
     const QStringList &shown = m_model.rows();
     if (!m_chartShown) {
         // Nothing to draw while the list is shown.
     } else if (timeline()) {
-        // A year per column, in the list's own order.
-        for (const auto &v : shown)
+        // Years in number order, the way the list runs, with an empty column
+        // for each year without books; a long empty stretch is one "…" column.
+        std::vector<std::pair<int, QString>> years;
+        QStringList odd;
+        for (const auto &v : shown) {
+            bool ok = false;
+            const int y = v.toInt(&ok, 10);
+            if (ok)
+                years.emplace_back(y, v);
+            else
+                odd << v;
+        }
+        std::stable_sort(years.begin(), years.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
+        if (!sortAsc())
+            std::reverse(years.begin(), years.end());
+        for (size_t i = 0; i < years.size(); ++i) {
+            if (i > 0) {
+                const int missing = std::abs(years[i].first - years[i - 1].first) - 1;
+                if (missing > kChartGapYears)
+                    gap(QStringLiteral("…"));
+                else
+                    for (int k = 0; k < missing; ++k)
+                        gap(QString());
+            }
+            bar(years[i].second, m_model.countOf(years[i].second), false);
+        }
+        for (const auto &v : std::as_const(odd))
             bar(v, m_model.countOf(v), false);
     } else {
         // The longest bars first; equal counts keep the list's order.

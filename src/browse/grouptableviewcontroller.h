@@ -32,6 +32,8 @@ class GroupTableViewController : public ScreenController
 
 public:
     static constexpr int kChartBars = 20;
+    // Empty years drawn one column each up to this many in a row.
+    static constexpr int kChartGapYears = 5;
 
     GroupTableViewController(GroupKind kind, AppDelegate *delegate, QObject *parent);
 
@@ -92,6 +94,7 @@ private:
     std::optional<bool> m_sortAsc;
     QString m_searchText;
     bool m_chartShown = false;
+    bool m_justLoaded = false;
     QVariantList m_chart;
     int m_chartMax = 0;
 };

@@ -64,12 +64,14 @@ void CaptureSessionController::setUpCaptureSession()
         return;
     }
     m_camera = new QCamera(device, this);
-    connect(m_camera, &QCamera::errorOccurred, this, [](QCamera::Error, const QString &message) {
-        qCInfo(lcEntry).noquote() << "Error setting up camera input:" << message;
+    connect(m_camera, &QCamera::errorOccurred, this,
+            [this](QCamera::Error, const QString &message) { cameraError(message); });
+    connect(m_camera, &QCamera::activeChanged, this, [this](bool active) {
+        m_cameraRan = m_cameraRan || active;
+        Q_EMIT runningChanged();
     });
-    connect(m_camera, &QCamera::activeChanged, this, &CaptureSessionController::runningChanged);
     if (m_camera->error() != QCamera::NoError)
-        qCInfo(lcEntry).noquote() << "Error setting up camera input:" << m_camera->errorString();
+        cameraError(m_camera->errorString());
     if (!m_camera->isAvailable()) {
         qCInfo(lcEntry) << "Could not add video input";
         return;
@@ -84,6 +86,16 @@ void CaptureSessionController::setUpCaptureSession()
     m_pipeline->setVideoSink(m_previewLayer);
     updateReadArea();
     m_camera->start();
+}
+
+void CaptureSessionController::cameraError(const QString &message)
+{
+    if (m_cameraRan) {
+        qCInfo(lcEntry).noquote() << "Camera error:" << message;
+    } else if (!m_setUpErrorLogged) {
+        m_setUpErrorLogged = true;
+        qCInfo(lcEntry).noquote() << "Error setting up camera input:" << message;
+    }
 }
 
 void CaptureSessionController::updateReadArea()

@@ -55,6 +55,9 @@ public:
     // (until a code has been read).
     Q_INVOKABLE void viewWillDisappear();
     Q_INVOKABLE void viewWillAppear();
+    // A camera error: until the camera first runs it is a set-up failure,
+    // logged once; afterwards each one has its own line.
+    void cameraError(const QString &message);
 
 Q_SIGNALS:
     void previewLayerChanged();
@@ -80,6 +83,8 @@ private:
     QSize m_frameSize;
     QRectF m_overlayView;
     bool m_overlayVisible = false;
+    bool m_cameraRan = false;
+    bool m_setUpErrorLogged = false;
 };
 
 } // namespace tomewise

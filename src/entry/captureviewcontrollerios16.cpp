@@ -34,12 +34,17 @@ void CaptureViewControllerIOS16::StartScanning()
         scanPicture(*image);
         return;
     }
+    // A picture on disk is the next source; a camera screen is only opened
+    // where there is none, since this screen is itself reached from one.
+    if (app().platform().canChoosePicture()) {
+        choosePicture();
+        return;
+    }
     if (app().platform().cameraAvailable()) {
         Q_EMIT navigate(QStringLiteral("BarCode"));
         return;
     }
-    // As the message: a title this long would be cut short.
-    showAlert(QString(), QStringLiteral("Scanner is not available for usage. please chech settings"));
+    showAlert(QStringLiteral("Scanner is not available for usage. please chech settings"), QString());
 }
 
 void CaptureViewControllerIOS16::choosePicture()

@@ -87,13 +87,19 @@ void RateShareTableViewController::didSelectRow(int row)
     case Rate:
         open(writeReviewURL());
         break;
-    case ShareApp:
-        share({m_productURL.toString()});
+    case ShareApp: {
+        if (!m_productURL.isValid() || m_productURL.isEmpty())
+            break;
+        ShareItems items;
+        items.links = {m_productURL};
+        share(items);
         break;
+    }
     case ShareWebsite: {
-        QStringList items{m_instructions};
+        ShareItems items;
+        items.text = m_instructions;
         if (m_website)
-            items << m_website->toString();
+            items.links = {*m_website};
         share(items);
         break;
     }
@@ -120,7 +126,7 @@ void RateShareTableViewController::open(const QUrl &address)
     Q_EMIT opened(address, handled);
 }
 
-void RateShareTableViewController::share(const QStringList &items)
+void RateShareTableViewController::share(const ShareItems &items)
 {
     // Refused without text messaging even though the sheet offers other ways.
     if (!app().platform().canSendText()) {
@@ -128,9 +134,7 @@ void RateShareTableViewController::share(const QStringList &items)
                   QStringLiteral("Your Device is not able to send text messages."));
         return;
     }
-    ShareItems sheet;
-    sheet.text = items.join(QLatin1Char('\n'));
-    app().platform().share(sheet);
+    app().platform().share(items);
 }
 
 } // namespace tomewise

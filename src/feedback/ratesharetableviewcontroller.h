@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/screencontroller.h"
+#include "platform/platformservices.h"
 
 #include <QUrl>
 #include <QVariantList>
@@ -45,7 +46,7 @@ Q_SIGNALS:
 
 private:
     void open(const QUrl &address);
-    void share(const QStringList &items);
+    void share(const ShareItems &items);
 
     QUrl m_productURL;
     QString m_instructions;

@@ -84,12 +84,12 @@ bool DesktopPlatform::canSendText() const
 
 void DesktopPlatform::composeMessage(const QString &body, const QList<QUrl> &attachments)
 {
-    Q_EMIT shareRequested(body, QImage(), attachments);
+    Q_EMIT shareRequested(body, QImage(), attachments, {});
 }
 
 void DesktopPlatform::share(const ShareItems &items)
 {
-    Q_EMIT shareRequested(items.text, items.image, items.files);
+    Q_EMIT shareRequested(items.text, items.image, items.files, items.links);
 }
 
 void DesktopPlatform::requestStoreReview()

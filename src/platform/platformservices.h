@@ -27,12 +27,14 @@ struct MailDraft
     QList<MailAttachment> attachments;
 };
 
-// What a share sheet is handed: any of a text, an image and files.
+// What a share sheet is handed: any of a text, an image, files and web
+// addresses, each address an item of its own after the text.
 struct ShareItems
 {
     QString text;
     QImage image;
     QList<QUrl> files;
+    QList<QUrl> links;
     QStringList excludedActivities;
 };
 
@@ -47,6 +49,8 @@ public:
 
     virtual bool cameraAvailable() const = 0;
     virtual std::optional<QImage> clipboardImage() const = 0;
+    // Whether the user can pick a picture file (a file chooser or a gallery).
+    virtual bool canChoosePicture() const { return true; }
     virtual bool canSendMail() const = 0;
     virtual void composeMail(const MailDraft &draft) = 0;
     virtual bool canSendText() const = 0;
@@ -59,7 +63,7 @@ public:
 
 Q_SIGNALS:
     // The desktop shows its own sheet for these; the page listens.
-    void shareRequested(const QString &text, const QImage &image, const QList<QUrl> &files);
+    void shareRequested(const QString &text, const QImage &image, const QList<QUrl> &files, const QList<QUrl> &links);
     void storeReviewRequested();
 };
 

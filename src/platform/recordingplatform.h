@@ -13,6 +13,7 @@ public:
 
     bool hasCamera = false;
     std::optional<QImage> clipboard;
+    bool pictureSource = true;
     bool mailAvailable = true;
     bool textAvailable = true;
 
@@ -25,6 +26,7 @@ public:
 
     bool cameraAvailable() const override { return hasCamera; }
     std::optional<QImage> clipboardImage() const override { return clipboard; }
+    bool canChoosePicture() const override { return pictureSource; }
     bool canSendMail() const override { return mailAvailable; }
     void composeMail(const MailDraft &draft) override { mails.append(draft); }
     bool canSendText() const override { return textAvailable; }
@@ -36,7 +38,7 @@ public:
     void share(const ShareItems &items) override
     {
         shares.append(items);
-        Q_EMIT shareRequested(items.text, items.image, items.files);
+        Q_EMIT shareRequested(items.text, items.image, items.files, items.links);
     }
     void requestStoreReview() override { ++reviewRequests; }
     void requestStoreReviewIn(QWindow *window) override

@@ -123,7 +123,7 @@ private Q_SLOTS:
         QTRY_COMPARE(t.platform().reviewRequests, 1);
     }
 
-    // What each row did, one line each: "open ADDRESS", "share TEXT" or "alert TITLE: MESSAGE".
+    // What each row did, one line each: "open ADDRESS", "share ITEM | ITEM" or "alert TITLE: MESSAGE".
     void rows_data()
     {
         QTest::addColumn<int>("row");
@@ -142,11 +142,13 @@ private Q_SLOTS:
         QTest::newRow("rate, product address does not form")
             << 0 << QVariantMap{{"Feedback.productURL", "https://[bad/app"}} << true << QStringList{};
         QTest::newRow("share the app") << 1 << none << true << QStringList{"share " + product};
+        QTest::newRow("share the app, product address does not form")
+            << 1 << QVariantMap{{"Feedback.productURL", "https://[bad/app"}} << true << QStringList{};
         QTest::newRow("share the app, no messages") << 1 << none << false << QStringList{noText};
         QTest::newRow("share the site, its text has the blank") << 2 << none << true << QStringList{"share " + instructions};
         QTest::newRow("share the site, a text that parses")
             << 2 << QVariantMap{{"Feedback.website", "https://www.example.org/tomewise.html"}} << true
-            << QStringList{"share " + instructions + "\nhttps://www.example.org/tomewise.html"};
+            << QStringList{"share " + instructions + " | https://www.example.org/tomewise.html"};
         QTest::newRow("share the site, no messages") << 2 << none << false << QStringList{noText};
         QTest::newRow("visit") << 3 << none << true << QStringList{"open https://www.example.com/Tomewise.html"};
         QTest::newRow("write to us")
@@ -176,8 +178,14 @@ private Q_SLOTS:
         QStringList doneNow;
         for (const QUrl &u : t.platform().openedUrls)
             doneNow << "open " + u.toString(QUrl::FullyEncoded);
-        for (const ShareItems &s : t.platform().shares)
-            doneNow << "share " + s.text;
+        for (const ShareItems &s : t.platform().shares) {
+            QStringList items;
+            if (!s.text.isEmpty())
+                items << s.text;
+            for (const QUrl &u : s.links)
+                items << u.toString();
+            doneNow << "share " + items.join(QStringLiteral(" | "));
+        }
         if (!screen.alertTitle().isEmpty())
             doneNow << "alert " + screen.alertTitle() + ": " + screen.alertMessage();
         QCOMPARE(doneNow, done);

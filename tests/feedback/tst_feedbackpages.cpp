@@ -1,9 +1,11 @@
 // The rate-and-share page and the review card, clicked in the real QML. With
 // TOMEWISE_SHOTS=DIR set it also saves screenshots there.
 #include "app/qmltypes.h"
+#include "feedback/ratesharetableviewcontroller.h"
 #include "support/testapp.h"
 
 #include <QDir>
+#include <QJSValue>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickStyle>
@@ -87,6 +89,25 @@ private Q_SLOTS:
             QMetaObject::invokeMethod(alert, "close");
             QTRY_VERIFY(!alert->property("visible").toBool());
         }
+        // The web site row shares two items: the invitation and the address.
+        m_t.platform().textAvailable = true;
+        m_t.app().userDefaults().setValue("Feedback.website", QStringLiteral("https://www.example.org/tomewise.html"));
+        QMetaObject::invokeMethod(m_window, "back");
+        QTest::qWait(400);
+        page = openPage(QStringLiteral("RateShare"));
+        QQuickItem *siteRow = findItem(page, QStringLiteral("RateShareRow2"));
+        QTest::mouseClick(m_window, Qt::LeftButton, {}, sceneRect(siteRow).center().toPoint());
+        auto *sheet = page->findChild<QObject *>(QStringLiteral("shareSheet"));
+        QTRY_VERIFY(sheet->property("opened").toBool());
+        QVariant links = sheet->property("links");
+        if (links.metaType() == QMetaType::fromType<QJSValue>())
+            links = links.value<QJSValue>().toVariant();
+        QCOMPARE(links.toStringList(), QStringList{"https://www.example.org/tomewise.html"});
+        QCOMPARE(sheet->property("text").toString(), QLatin1String(RateShareTableViewController::kInstructions));
+        QTest::qWait(300);
+        shot(QStringLiteral("rate-share-sheet"));
+        QMetaObject::invokeMethod(sheet, "close");
+        QTRY_VERIFY(!sheet->property("visible").toBool());
         QMetaObject::invokeMethod(m_window, "back");
         QTest::qWait(400);
     }

@@ -108,6 +108,8 @@ TestCase {
         mouseClick(findChild(window.header, "SortMenuButton"))
         const menu = findChild(window.header, "sortMenu")
         tryCompare(menu, "opened", true)
+        compare(findChild(window.header, "SortMenuButton").text, "Sort by")
+        compare(findChild(menu.contentItem, "sortMenuTitle").text, "...")
         wait(500)
         shots.save(window, "breakdown-sort-menu")
         mouseClick(findChild(menu.contentItem, "sortAction2"))
