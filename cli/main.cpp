@@ -37,9 +37,14 @@ void printHelp(QTextStream &out)
     }
     const QString margin(kIndent + column, u' ');
     for (const auto &c : cli::commands()) {
-        out << QString(kIndent, u' ') << c.usage;
-        qsizetype at = kIndent + c.usage.size();
-        if (c.usage.size() + 2 > column) {
+        // A usage with alternatives ("a | b") gives each its own line.
+        const QStringList alternatives = c.usage.split(QStringLiteral(" | "));
+        for (qsizetype i = 0; i + 1 < alternatives.size(); ++i)
+            out << QString(kIndent, u' ') << alternatives.at(i) << '\n';
+        const QString &usage = alternatives.last();
+        out << QString(kIndent, u' ') << usage;
+        qsizetype at = kIndent + usage.size();
+        if (usage.size() + 2 > column) {
             out << '\n';
             at = 0;
         }

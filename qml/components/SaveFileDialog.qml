@@ -71,6 +71,7 @@ Dialog {
             objectName: "fileName"
             Layout.fillWidth: true
             placeholderText: "File name"
+            placeholderTextColor: Theme.muted
             selectByMouse: true
             onAccepted: if (text.trim().length > 0) dialog.accept()
         }

@@ -52,6 +52,7 @@ ScreenPage {
             Layout.fillWidth: true
             Layout.margins: 8
             placeholderText: "Search Title or Author"
+            placeholderTextColor: Theme.muted
             text: ctl.searchText
             onTextEdited: ctl.searchText = text
             leftPadding: 36

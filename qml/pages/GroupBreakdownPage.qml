@@ -221,6 +221,7 @@ ScreenPage {
             Layout.rightMargin: 8
             Layout.topMargin: 4
             placeholderText: page.ctl.placeholder
+            placeholderTextColor: Theme.muted
             text: page.ctl.searchText
             onTextEdited: page.ctl.searchText = text
             leftPadding: 36

@@ -51,6 +51,7 @@ Item {
             Layout.rightMargin: 8
             Layout.topMargin: 4
             placeholderText: summary.ctl.placeholder
+            placeholderTextColor: Theme.muted
             text: summary.ctl.searchText
             onTextEdited: summary.ctl.searchText = text
             leftPadding: 36
