@@ -248,7 +248,7 @@ ScreenPage {
                 cellWidth: Math.floor((width - 1) / columns)
                 cellHeight: Math.round(cellWidth * 1.45) + 40
                 ScrollBar.vertical: ScrollBar {}
-                delegate: ItemDelegate {
+                delegate: Control {
                     id: cell
                     required property int index
                     required property string title
@@ -256,10 +256,14 @@ ScreenPage {
                     width: grid.cellWidth
                     height: grid.cellHeight
                     padding: 5
-                    onClicked: ctl.selectRow(index)
-                    onPressAndHold: cellMenu.popup(cell, pressX, pressY)
-                    background: null
                     // A cover has no room to swipe: a long press or a right click offers delete.
+                    // Taps are told apart by button here, as a button control would also
+                    // take a right click for a tap.
+                    TapHandler {
+                        acceptedButtons: Qt.LeftButton
+                        onTapped: ctl.selectRow(cell.index)
+                        onLongPressed: cellMenu.popup(cell, point.position.x, point.position.y)
+                    }
                     TapHandler {
                         acceptedButtons: Qt.RightButton
                         onTapped: eventPoint => cellMenu.popup(cell, eventPoint.position.x, eventPoint.position.y)
