@@ -1,6 +1,7 @@
 #include "cli.h"
 
 #include "app/screencontroller.h"
+#include "browse/groupbreakdowntableviewcontroller.h"
 #include "browse/grouptableviewcontroller.h"
 
 #include <QCoreApplication>
@@ -91,6 +92,17 @@ bool selectGroupValue(Context &ctx, GroupKind kind, const QString &value)
     }
     summary.selectValue(value);
     return true;
+}
+
+void driveBreakdown(GroupBreakdownTableViewController &screen, const QList<int> &sorts,
+                    const std::optional<QString> &search)
+{
+    screen.viewDidLoad();
+    screen.viewWillAppear();
+    for (int n : sorts)
+        screen.selectSortOption(n);
+    if (search)
+        screen.setSearchText(*search);
 }
 
 QString printable(const QString &text, LineBreaks lineBreaks)

@@ -7,8 +7,10 @@
 #include <QTextStream>
 
 #include <functional>
+#include <optional>
 
 namespace tomewise {
+class GroupBreakdownTableViewController;
 class ScreenController;
 }
 
@@ -66,6 +68,11 @@ std::optional<QList<int>> takeSorts(QStringList &args);
 // Taps the summary row of VALUE, so the value is kept where the app keeps it;
 // false (with a message) when the summary has no such row.
 bool selectGroupValue(Context &ctx, GroupKind kind, const QString &value);
+
+// Shows a breakdown as the app does after a summary tap (loaded, then appearing),
+// then chooses each sort option in order and searches, as a user would.
+void driveBreakdown(GroupBreakdownTableViewController &screen, const QList<int> &sorts,
+                    const std::optional<QString> &search);
 
 // Text from a user's data as the terminal is to show it: control characters
 // (a NUL from an import line, an escape sequence) print as \n, \t or \xNN

@@ -80,12 +80,7 @@ int breakdown(Context &ctx)
         return 1;
 
     GroupBreakdownTableViewController screen(*kind, ctx.app, nullptr);
-    screen.viewDidLoad();
-    screen.viewWillAppear();
-    for (int n : *sorts)
-        screen.selectSortOption(n);
-    if (search)
-        screen.setSearchText(*search);
+    driveBreakdown(screen, *sorts, search);
 
     const QStringList outlets = screen.labelOutlets();
     const auto *model = screen.model();

@@ -35,12 +35,7 @@ int pdf(Context &ctx)
         return 1;
 
     GroupBreakdownTableViewController screen(*kind, ctx.app, nullptr);
-    screen.viewDidLoad();
-    screen.viewWillAppear();
-    for (int n : *sorts)
-        screen.selectSortOption(n);
-    if (search)
-        screen.setSearchText(*search);
+    driveBreakdown(screen, *sorts, search);
     if (!screen.canShare()) {
         ctx.err << "No books to list" << Qt::endl;
         return 1;
