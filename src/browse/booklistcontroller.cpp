@@ -62,24 +62,17 @@ void BookListController::deleteShownRow(BookWindowModel &model, int row)
 {
     if (row < 0 || row >= model.rowCount())
         return;
-    Books book = model.book(row);
-    book.pictureImage = context().cover(book.pk);
-    const bool deleted = logIfFailed(context().deleteBook(book.pk));
+    const Books book = model.book(row);
+    const bool deleted = m_deleted.remove(context(), book);
     app().saveContext();
     model.removeShownRow(row);
-    m_deleted.reset();
-    if (deleted) {
-        m_deleted = book;
+    if (deleted)
         Q_EMIT rowDeleted(book.name.value_or(QString()));
-    }
 }
 
 void BookListController::undoDelete()
 {
-    if (!m_deleted)
-        return;
-    Books book = *std::exchange(m_deleted, std::nullopt);
-    if (!logIfFailed(context().insertBook(book)))
+    if (!m_deleted.restore(context()))
         return;
     app().saveContext();
     reload();

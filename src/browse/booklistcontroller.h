@@ -2,6 +2,7 @@
 
 #include "app/screencontroller.h"
 #include "browse/booklistsource.h"
+#include "browse/deletedbook.h"
 #include "browse/bookwindowmodel.h"
 
 #include <memory>
@@ -53,7 +54,7 @@ protected:
 
 private:
     std::unique_ptr<BookListSource> m_source;
-    std::optional<Books> m_deleted;
+    DeletedBook m_deleted;
 };
 
 } // namespace tomewise
