@@ -3,10 +3,10 @@
 #include "exchange/importviewcontroller.h"
 #include "exchange/servicefile.h"
 #include "exchange/serviceimport.h"
+#include "support/clirun.h"
 #include "support/testapp.h"
 
 #include <QBuffer>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -30,15 +30,25 @@ void addGenres(TestApp &t)
     }
 }
 
-std::unique_ptr<ServiceImport> imported(TestApp &t, const char *name, bool includeUnread = false)
+// An export opened for import; with `run`, imported whole.
+std::unique_ptr<ServiceImport> imported(TestApp &t, const QString &path, bool includeUnread = false, bool run = true)
 {
     QString error;
-    auto import = ServiceImport::open(t.app(), fixture(name), includeUnread, &error);
+    auto import = ServiceImport::open(t.app(), path, includeUnread, &error);
     if (!import)
         qWarning() << error;
-    else
+    else if (run)
         import->step(1 << 20);
     return import;
+}
+
+Books bookNamed(TestApp &t, const QString &title)
+{
+    for (const Books &b : t.allBooks(false)) {
+        if (b.name == title)
+            return b;
+    }
+    return {};
 }
 
 // A saved book as one comparable line: the attributes a row can set.
@@ -171,35 +181,28 @@ private Q_SLOTS:
         QFETCH(QString, title);
         TestApp t;
         addGenres(t);
-        QVERIFY(imported(t, file.toLatin1().constData()));
-        const QList<Books> books = t.allBooks(false);
-        const auto it = std::find_if(books.cbegin(), books.cend(), [&](const Books &b) { return b.name == title; });
-        QVERIFY2(it != books.cend(), qPrintable(title));
+        QVERIFY(imported(t, fixture(qPrintable(file))));
+        const Books b = bookNamed(t, title);
+        QVERIFY2(b.name == title, qPrintable(title));
         QFETCH(QString, expected);
-        QCOMPARE(describe(*it), expected);
+        QCOMPARE(describe(b), expected);
         // The date read is the form's: its day in all five fields.
-        if (it->dt) {
-            const auto day = t.app().dateText().parse(*it->dt, DateText::Style::Medium);
+        if (b.dt) {
+            const auto day = t.app().dateText().parse(*b.dt, DateText::Style::Medium);
             QVERIFY(day);
-            QCOMPARE(it->dateRead, *day);
+            QCOMPARE(b.dateRead, *day);
             const auto c = t.app().dateText().components(*day);
-            QCOMPARE(QList<Int16>({it->year, it->month, it->day}), QList<Int16>({c.year, c.month, c.day}));
+            QCOMPARE(QList<Int16>({b.year, b.month, b.day}), QList<Int16>({c.year, c.month, c.day}));
         } else {
-            QVERIFY(!it->dateRead && !it->year && !it->month && !it->day);
+            QVERIFY(!b.dateRead && !b.year && !b.month && !b.day);
         }
     }
 
     void notesAndLineBreaks()
     {
         TestApp t;
-        const auto import = imported(t, "goodreads.csv");
-        QVERIFY(import);
-        const QList<Books> books = t.allBooks(false);
-        const auto it = std::find_if(books.cbegin(), books.cend(), [](const Books &b) {
-            return b.name == u"The Fellowship of the Ring";
-        });
-        QVERIFY(it != books.cend());
-        QCOMPARE(*it->notes, QStringLiteral("Long, but \"worth it\".\nAgain?\n\nline one\nline two"));
+        QVERIFY(imported(t, fixture("goodreads.csv")));
+        QCOMPARE(bookNamed(t, QStringLiteral("The Fellowship of the Ring")).notes, QStringLiteral("Long, but \"worth it\".\nAgain?\n\nline one\nline two"));
         QStringList series = t.entryNames(Entity::SeriesList);
         series.sort();
         QCOMPARE(series, QStringList({QStringLiteral("Harry Potter"), QStringLiteral("The Kingkiller Chronicle"),
@@ -231,9 +234,8 @@ private Q_SLOTS:
         QFETCH(QList<int>, addUpdateSkip);
         QFETCH(QString, notes);
         TestApp t;
-        QString error;
-        auto import = ServiceImport::open(t.app(), fixture(file.toLatin1().constData()), includeUnread, &error);
-        QVERIFY2(import, qPrintable(error));
+        auto import = imported(t, fixture(qPrintable(file)), includeUnread, false);
+        QVERIFY(import);
         import->preview();
         QCOMPARE(t.allBooks(false).size(), 0); // the preview writes nothing
         QCOMPARE(QList<int>({import->toAdd(), import->toUpdate(), import->toSkip()}), addUpdateSkip);
@@ -248,7 +250,7 @@ private Q_SLOTS:
 
         // A second import adds nothing and changes nothing.
         const QList<Books> before = t.allBooks(false);
-        auto again = ServiceImport::open(t.app(), fixture(file.toLatin1().constData()), includeUnread, &error);
+        auto again = imported(t, fixture(qPrintable(file)), includeUnread, false);
         again->preview();
         QCOMPARE(QList<int>({again->toAdd(), again->toUpdate()}), QList<int>({0, 0}));
         again->step(1 << 20);
@@ -264,34 +266,25 @@ private Q_SLOTS:
         t.insert(mine);
         t.insert(book(QStringLiteral("Emma"), QStringLiteral("Jane Austen")));
         t.insert(book(QStringLiteral("Emma"), QStringLiteral("Jane Austen")));
-        auto gr = imported(t, "goodreads.csv");
-        QCOMPARE(gr->updated(), 1);
-        auto old = imported(t, "goodreads-old.csv");
+        QCOMPARE(imported(t, fixture("goodreads.csv"))->updated(), 1);
+        auto old = imported(t, fixture("goodreads-old.csv"));
         QCOMPARE(old->added() + old->updated(), 0);
         QVERIFY(old->notesText().startsWith(
             QStringLiteral("Row 2 \"Emma\": several books with this title and author (not imported)\n")));
-        const QList<Books> books = t.allBooks(false);
-        const auto dune = std::find_if(books.cbegin(), books.cend(), [](const Books &b) { return b.name == u"Dune"; });
-        QCOMPARE(dune->bookPublisher, Text(QStringLiteral("Ace")));
-        QCOMPARE(dune->notes, mine.notes); // nothing in the row, nothing cleared
-        QCOMPARE(dune->dt, Text(QStringLiteral("Mar 7, 2021")));
+        const Books dune = bookNamed(t, QStringLiteral("Dune"));
+        QCOMPARE(dune.bookPublisher, Text(QStringLiteral("Ace")));
+        QCOMPARE(dune.notes, mine.notes); // nothing in the row, nothing cleared
+        QCOMPARE(dune.dt, Text(QStringLiteral("Mar 7, 2021")));
     }
 
     void columnsByName()
     {
         // Columns moved and some dropped: every field still lands where it belongs.
         QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("moved.csv"));
-        QFile f(path);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write("Book Id,Title,Author,Author l-f,Exclusive Shelf,Date Read,My Rating,ISBN\n"
-                "1,Beloved,Toni Morrison,\"Morrison, Toni\",read,2018/10/09,3,=\"0099273934\"\n");
-        f.close();
         TestApp t;
-        QString error;
-        auto import = ServiceImport::open(t.app(), path, false, &error);
-        QVERIFY2(import, qPrintable(error));
-        import->step(10);
+        QVERIFY(imported(t, writeFile(dir.filePath(QStringLiteral("moved.csv")),
+                                      "Book Id,Title,Author,Author l-f,Exclusive Shelf,Date Read,My Rating,ISBN\n"
+                                      "1,Beloved,Toni Morrison,\"Morrison, Toni\",read,2018/10/09,3,=\"0099273934\"\n")));
         QCOMPARE(describe(t.allBooks(false).value(0)),
                  QStringLiteral("Toni Morrison|0099273934|-|-|-|-|***|-|-|-|Oct 9, 2018"));
     }
@@ -316,10 +309,7 @@ private Q_SLOTS:
         QTemporaryDir dir;
         const QString list = dir.filePath(QStringLiteral("not-imported.txt"));
         QVERIFY(screen.saveNotes(QUrl::fromLocalFile(list)));
-        QFile saved(list);
-        QVERIFY(saved.open(QIODevice::ReadOnly));
-        QCOMPARE(QString::fromUtf8(saved.readAll()), screen.notesText());
-        saved.close();
+        QCOMPARE(QString::fromUtf8(readFile(list)), screen.notesText());
         // An existing file is replaced only when the user says so.
         QVERIFY(!screen.saveNotes(QUrl::fromLocalFile(list)));
         QCOMPARE(screen.alertTitle(), QStringLiteral("Replace File?"));
@@ -331,22 +321,20 @@ private Q_SLOTS:
     void commandLine()
     {
         QTemporaryDir data;
-        auto cli = [&](const QStringList &args, QByteArray *out) {
-            QProcess p;
-            p.start(QStringLiteral(TOMEWISE_CLI), QStringList{QStringLiteral("--data-dir"), data.path()} + args);
-            p.waitForFinished(60000);
-            *out = p.readAllStandardOutput() + p.readAllStandardError();
-            return p.exitCode();
+        const auto cli = [&](QStringList args, QString *out) {
+            const CliRun run = runCli(data.path(), args);
+            *out = run.out + run.err;
+            return run.status;
         };
         const QString file = fixture("goodreads.csv");
-        QByteArray out;
+        QString out;
         QCOMPARE(cli({QStringLiteral("import"), file, QStringLiteral("--dry-run")}, &out), 0);
-        QVERIFY2(out.startsWith("Goodreads library export: 8 rows\nWill add: 4\nWill update: 0\nWill skip: 4\n"), out);
+        QVERIFY2(out.startsWith("Goodreads library export: 8 rows\nWill add: 4\nWill update: 0\nWill skip: 4\n"), qPrintable(out));
         QVERIFY(out.contains("Row 7: no title (not imported)\n"));
         QCOMPARE(cli({QStringLiteral("import"), file, QStringLiteral("--include-unread")}, &out), 0);
-        QVERIFY2(out.startsWith("Data Import: Data Import Completed\nAdded: 6\n"), out);
+        QVERIFY2(out.startsWith("Data Import: Data Import Completed\nAdded: 6\n"), qPrintable(out));
         QCOMPARE(cli({QStringLiteral("import"), file, QStringLiteral("--include-unread")}, &out), 0);
-        QVERIFY2(out.startsWith("Data Import: Data Import Completed\nAdded: 0\nUpdated: 0\n"), out);
+        QVERIFY2(out.startsWith("Data Import: Data Import Completed\nAdded: 0\nUpdated: 0\n"), qPrintable(out));
         QCOMPARE(cli({QStringLiteral("import"), fixture("golden.csv"), QStringLiteral("--dry-run")}, &out), 2);
     }
 };

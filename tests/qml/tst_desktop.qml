@@ -4,11 +4,8 @@ import QtTest
 // The app with a mouse and a keyboard: the file dialogs open, rows delete by a
 // mouse drag and by their context menu and come back with Undo, and the keys
 // that answer alerts, go back, move the focus and turn the date wheels.
-TestCase {
-    id: test
+PageCase {
     name: "Desktop"
-    when: windowShown
-    property var window
 
     function initTestCase() {
         library.addBook("Dune", "Frank Herbert", "Reread for the film.", new Date(2025, 2, 5))
@@ -16,18 +13,7 @@ TestCase {
                         "First line of a long note.\nSecond line, and a third one that runs on and on past the edge of the card.\nThird.\nFourth.",
                         new Date(2025, 5, 12))
         library.addBook("三体 📚", "Liu Cixin", "", new Date(2025, 9, 1))
-        const component = Qt.createComponent("qrc:/qml/Main.qml")
-        compare(component.status, Component.Ready, component.errorString())
-        window = component.createObject(null, { appDelegate: testApp })
-        verify(window)
-        waitForRendering(window.contentItem)
-    }
-    function cleanupTestCase() { window.destroy() }
-
-    function page() { return window.pageStack.currentItem }
-    function arrive(title) {
-        tryCompare(page(), "title", title)
-        wait(400)
+        openWindow()
     }
     function swipeOpen(row) {
         mouseDrag(row, row.width - 20, row.height / 2, -160, 0)
@@ -38,12 +24,7 @@ TestCase {
         const item = list.itemAt(list.width / 2, list.contentY + list.topMargin + 5)
         return item ? item.text : ""
     }
-    function undo() {
-        const notice = findChild(window.contentItem, "notice")
-        tryCompare(notice, "shown", true)
-        mouseClick(findChild(notice, "noticeAction"))
-        tryCompare(notice, "visible", false)
-    }
+    function undo() { notice(undefined, true) }
 
     function test_1_fileDialogs_data() {
         return [
@@ -60,8 +41,7 @@ TestCase {
         const button = findChild(page(), data.button)
         button.clicked()
         tryCompare(dialog, "visible", true)
-        wait(300)
-        shots.save(window, "dialog-" + data.target.toLowerCase())
+        shot("dialog-" + data.target.toLowerCase())
         dialog.reject()
         tryCompare(dialog, "visible", false)
         window.back()
@@ -73,16 +53,15 @@ TestCase {
         arrive("Book List")
         const list = findChild(page(), "bookList")
         tryCompare(list, "count", 3)
-        shots.save(window, "book-list")
+        shot("book-list")
 
         swipeOpen(list.itemAtIndex(0))
-        shots.save(window, "book-list-swiped")
+        shot("book-list-swiped")
         const action = findChild(list.itemAtIndex(0), "deleteAction")
         mouseClick(action)
         tryCompare(list, "count", 2)
         compare(library.bookCount(), 2)
-        wait(200)
-        shots.save(window, "book-list-deleted")
+        shot("book-list-deleted")
         undo()
         tryCompare(list, "count", 3)
         compare(library.bookCount(), 3)
@@ -91,7 +70,7 @@ TestCase {
         mouseClick(row, row.width / 2, row.height / 2, Qt.RightButton)
         const menu = findChild(row, "rowMenu")
         tryCompare(menu, "opened", true)
-        shots.save(window, "book-list-menu")
+        shot("book-list-menu")
         mouseClick(findChild(menu.contentItem, "menuDelete"))
         tryCompare(list, "count", 2)
         compare(library.bookCount(), 2)
@@ -109,7 +88,7 @@ TestCase {
         swipeOpen(rows.itemAtIndex(0))
         mouseClick(findChild(rows.itemAtIndex(0), "deleteAction"))
         tryCompare(rows, "count", 28)
-        shots.save(window, "genre-deleted")
+        shot("genre-deleted")
         tryVerify(() => firstRow(rows) === "Autobiography")
         undo()
         tryCompare(rows, "count", 29)
@@ -130,13 +109,13 @@ TestCase {
         arrive("Add Genre")
         const field = findChild(page(), "GenreTextField")
         verify(field.activeFocus)
-        for (const c of "Crime")
-            keyClick(c)
+        typeText("Crime")
         mouseClick(findChild(window.header, "SaveButton"))
         const alert = findChild(page(), "alert")
         tryCompare(alert, "opened", true)
+        compare([alert.title, alert.message], ["Record not Saved!", "Duplicates not allowed"])
+        shot("genre-add-duplicate")
         keyClick(Qt.Key_Return)
-
         tryCompare(alert, "visible", false)
         compare(page().title, "Add Genre")
         keyClick(Qt.Key_Escape)
@@ -160,8 +139,7 @@ TestCase {
 
         keyClick(Qt.Key_Tab)
         tryVerify(() => findChild(window.contentItem, "focusRing") !== null)
-        wait(200)
-        shots.save(window, "settings-focus-ring")
+        shot("settings-focus-ring")
         keyClick(Qt.Key_Escape)
         arrive("Tomewise")
     }

@@ -6,11 +6,8 @@ import Tomewise
 // "List By Group": the tabs, a summary as a list and as a chart, a
 // breakdown with its sort menu and search, and the round trip to the detail
 // screen and back.
-TestCase {
-    id: test
+PageCase {
     name: "GroupPages"
-    when: windowShown
-    property var window
 
     NewBookViewController { id: form; appDelegate: testApp }
 
@@ -31,15 +28,8 @@ TestCase {
         addBook("Emma", "Jane Austen", "Classics", "Hardcover", "****", "Jan 9, 2022", "1815")
         addBook("Persuasion", "Jane Austen", "Classics", "Paperback", "****", "May 2, 2020", "1817")
         addBook("The Hobbit", "J.R.R. Tolkien", "Fantasy", "Kindle", "*****", "Aug 1, 2021", "1937")
-        const component = Qt.createComponent("qrc:/qml/Main.qml")
-        compare(component.status, Component.Ready, component.errorString())
-        window = component.createObject(null, { appDelegate: testApp })
-        verify(window)
-        waitForRendering(window.contentItem)
+        openWindow()
     }
-    function cleanupTestCase() { window.destroy() }
-
-    function page() { return window.pageStack.currentItem }
     function summary() { return page().current }
     function rowAt(list, i) {
         tryVerify(() => list.itemAtIndex(i) !== null)
@@ -66,19 +56,17 @@ TestCase {
         tryCompare(list, "count", 3)
         compare(rowTexts(list), ["Frank Herbert=1", "J.R.R. Tolkien=1", "Jane Austen=2"])
         compare(findChild(summary(), "sectionHeader").text, "3 Authors")
-        shots.save(window, "summary-author-list")
+        shot("summary-author-list")
 
         const targets = ["AuthorGroup", "FormatGroup", "GenreGroup", "RatingGroup", "SeriesGroup", "YearGroup",
                         "DateReadGroup"]
         for (let i = 0; i < targets.length; ++i) {
             bar.currentIndex = i
             tryVerify(() => summary() && summary().summaryTarget === targets[i])
-            wait(100)
-            shots.save(window, "summary-" + targets[i] + "-list")
+            shot("summary-" + targets[i] + "-list")
             mouseClick(findChild(page(), "chartButton"))
             tryCompare(summary(), "showChart", true)
-            wait(100)
-            shots.save(window, "summary-" + targets[i] + "-chart")
+            shot("summary-" + targets[i] + "-chart")
         }
         bar.currentIndex = 1
         tryVerify(() => summary().summaryTarget === "FormatGroup")
@@ -110,8 +98,7 @@ TestCase {
         tryCompare(menu, "opened", true)
         compare(findChild(window.header, "SortMenuButton").text, "Sort by")
         compare(findChild(menu.contentItem, "sortMenuTitle").text, "...")
-        wait(500)
-        shots.save(window, "breakdown-sort-menu")
+        shot("breakdown-sort-menu")
         mouseClick(findChild(menu.contentItem, "sortAction2"))
         tryCompare(menu, "visible", false)
         tryVerify(() => list.itemAtIndex(0).labels[0] === "Name: Dune") // ascending by name
@@ -135,12 +122,10 @@ TestCase {
 
         const search = findChild(page(), "searchBar")
         mouseClick(search)
-        keyClick("p")
-        keyClick("e")
+        typeText("pe")
         tryCompare(back, "count", 1)
         compare(findChild(page(), "sectionHeader").text, "# of Books: 1")
-        wait(200)
-        shots.save(window, "breakdown-search")
+        shot("breakdown-search")
 
         // Swipe and "delete": the book goes, and the count with it.
         const row = rowAt(back, 0)
@@ -150,12 +135,9 @@ TestCase {
         tryCompare(back, "count", 0)
         compare(findChild(page(), "sectionHeader").text, "# of Books: 0")
         // Undo brings it back under the same search; the context menu deletes it again.
-        const notice = findChild(window.contentItem, "notice")
-        tryCompare(notice, "shown", true)
-        compare(notice.text, "Deleted \u201cPersuasion\u201d")
-        wait(200)
-        shots.save(window, "breakdown-deleted")
-        mouseClick(findChild(notice, "noticeAction"))
+        const toast = notice("Deleted \u201cPersuasion\u201d")
+        shot("breakdown-deleted")
+        mouseClick(findChild(toast, "noticeAction"))
         tryCompare(back, "count", 1)
         compare(findChild(page(), "sectionHeader").text, "# of Books: 1")
         const again = rowAt(back, 0)
@@ -164,11 +146,11 @@ TestCase {
         tryCompare(rowMenu, "opened", true)
         mouseClick(findChild(rowMenu.contentItem, "menuDelete"))
         tryCompare(back, "count", 0)
-        tryCompare(notice, "shown", true)
+        tryCompare(toast, "shown", true)
 
         window.back()
         // The Undo went with the breakdown whose controller would have run it.
-        compare(notice.shown, false)
+        compare(toast.shown, false)
         tryCompare(page(), "title", "List By Group")
         tryCompare(window.pageStack, "busy", false)
         mouseClick(findChild(page(), "menuButton"))

@@ -6,7 +6,6 @@
 #include <QDate>
 #include <QDir>
 #include <QLocale>
-#include <QPainter>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickStyle>
@@ -47,6 +46,15 @@ public:
         return int(app->insert(b).pk);
     }
     Q_INVOKABLE int bookCount() { return int(app->allBooks(false).size()); }
+    Q_INVOKABLE void setMessaging(bool available)
+    {
+        app->platform().textAvailable = app->platform().mailAvailable = available;
+    }
+    Q_INVOKABLE void setSetting(const QString &key, const QVariant &value)
+    {
+        app->app().userDefaults().setValue(key.toUtf8().constData(), value);
+    }
+    Q_INVOKABLE int openedUrls() const { return int(app->platform().openedUrls.size()); }
     // Titles across the alphabet, most with a cover, for the book lists.
     Q_INVOKABLE int seed() const
     {
@@ -63,7 +71,6 @@ public:
             {"War and Peace", "Leo Tolstoy"}, {"Watership Down", "Richard Adams"}, {"Wide Sargasso Sea", "Jean Rhys"},
             {"Zorba the Greek", "Nikos Kazantzakis"}, {"1984", "George Orwell"}, {"2001: A Space Odyssey", "Arthur C. Clarke"},
             {"¡Ay, Carmela!", "José Sanchis Sinisterra"}};
-        static const QColor shades[]{"#7b3f2f", "#2f4f7b", "#3f6b4f", "#6b4f8b", "#8b6b2f", "#2f6b6b", "#8b2f4f"};
         const auto &dates = app->app().dateText();
         int i = 0;
         for (const auto &[title, author] : books) {
@@ -74,23 +81,8 @@ public:
             b.dateRead = dates.startOfDay(*b.year, *b.month, *b.day);
             b.dt = dates.format(*b.dateRead, tomewise::DateText::Style::Medium);
             b.rating = QString(1 + (i * 3) % 5, u'*');
-            if (i % 9 != 4) { // a few without a cover
-                QImage cover(200, 300, QImage::Format_RGB32);
-                QPainter p(&cover);
-                const QColor base = shades[i % 7];
-                QLinearGradient g(0, 0, 0, 300);
-                g.setColorAt(0, base.lighter(130));
-                g.setColorAt(1, base.darker(160));
-                p.fillRect(cover.rect(), g);
-                p.fillRect(QRect(0, 190, 200, 4), QColor("#e8d8b0"));
-                p.setPen(Qt::white);
-                p.setFont(QFont(QStringLiteral("DejaVu Serif"), 20, QFont::Bold));
-                p.drawText(QRect(14, 30, 172, 150), Qt::AlignCenter | Qt::TextWordWrap, QString::fromUtf8(title));
-                p.setFont(QFont(QStringLiteral("DejaVu Sans"), 11));
-                p.drawText(QRect(10, 210, 180, 70), Qt::AlignCenter | Qt::TextWordWrap, QString::fromUtf8(author));
-                p.end();
-                b.pictureImage = tomewise::test::encode(cover, "jpeg", 85);
-            }
+            if (i % 9 != 4) // a few without a cover
+                b.pictureImage = tomewise::test::encode(tomewise::test::coverImage(QSize(200, 300), i), "jpeg", 85);
             app->insert(b);
             ++i;
         }

@@ -1,38 +1,40 @@
 #include "testapp.h"
 
+#include <QFile>
 #include <QTest>
 
 namespace tomewise::test {
 
+namespace {
+
+AppDelegate::Options options(const QString &dir, const QByteArray &timeZone, double delayScale)
+{
+    AppDelegate::Options o;
+    o.dataDirectory = dir;
+    o.locale = QStringLiteral("en_US");
+    o.timeZone = timeZone;
+    o.delayScale = delayScale;
+    // Tests reopen a folder in the same process and run the command line on it.
+    o.lockLibrary = false;
+    return o;
+}
+
+} // namespace
+
 TestApp::TestApp(const QByteArray &timeZone, const QDateTime &now, double delayScale)
 {
-    AppDelegate::Options options;
-    options.dataDirectory = m_dir.path();
-    options.locale = QStringLiteral("en_US");
-    options.timeZone = timeZone;
-    auto clock = std::make_unique<FixedClock>(now);
-    m_clock = clock.get();
-    options.clock = std::move(clock);
-    auto platform = std::make_unique<RecordingPlatform>();
-    m_platform = platform.get();
-    options.platform = std::move(platform);
-    options.delayScale = delayScale;
-    // Tests reopen a folder in the same process and run the command line on it.
-    options.lockLibrary = false;
-    m_app = std::make_unique<AppDelegate>(std::move(options));
+    AppDelegate::Options o = options(m_dir.path(), timeZone, delayScale);
+    o.clock.reset(m_clock = new FixedClock(now));
+    o.platform.reset(m_platform = new RecordingPlatform);
+    m_app = std::make_unique<AppDelegate>(std::move(o));
 }
 
 std::unique_ptr<AppDelegate> TestApp::relaunch(const QByteArray &timeZone) const
 {
-    AppDelegate::Options options;
-    options.dataDirectory = m_dir.path();
-    options.locale = QStringLiteral("en_US");
-    options.timeZone = timeZone;
-    options.clock = std::make_unique<FixedClock>(m_clock->now());
-    options.platform = std::make_unique<RecordingPlatform>();
-    options.delayScale = 0;
-    options.lockLibrary = false;
-    return std::make_unique<AppDelegate>(std::move(options));
+    AppDelegate::Options o = options(m_dir.path(), timeZone, 0.0);
+    o.clock = std::make_unique<FixedClock>(m_clock->now());
+    o.platform = std::make_unique<RecordingPlatform>();
+    return std::make_unique<AppDelegate>(std::move(o));
 }
 
 Books TestApp::insert(Books book)
@@ -66,6 +68,18 @@ Books book(const QString &name, const QString &author)
     b.name = name;
     b.author = author;
     return b;
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+QString writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size() ? path : QString();
 }
 
 } // namespace tomewise::test

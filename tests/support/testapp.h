@@ -41,4 +41,9 @@ private:
 // A Books record with just a title and an author.
 Books book(const QString &name, const QString &author);
 
+// A file's bytes (empty when it cannot be read), and a file written whole
+// (its path; empty when it cannot be written).
+QByteArray readFile(const QString &path);
+QString writeFile(const QString &path, const QByteArray &bytes);
+
 } // namespace tomewise::test
