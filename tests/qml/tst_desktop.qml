@@ -2,8 +2,8 @@ import QtQuick
 import QtTest
 
 // The app with a mouse and a keyboard: the file dialogs open, rows delete by a
-// mouse drag and by their context menu and come back with Undo, and the keys
-// that answer alerts, go back, move the focus and turn the date wheels.
+// mouse drag and by their context menu and come back with Undo, the keys
+// that answer alerts, go back and move the focus, and the date styles.
 PageCase {
     name: "Desktop"
 
@@ -124,11 +124,13 @@ PageCase {
         arrive("Tomewise")
     }
 
-    function test_4_tabAndDateWheel() {
+    function test_4_dateStylesTabAndWheel() {
         window.openPage("DefaultSettings")
         arrive("Default Settings")
         mouseClick(findChild(page(), "DefaultDateSwitch"))
-        mouseClick(findChild(page(), "DateWheelSwitch"))
+        const wheel = findChild(page(), "DateWheelSwitch")
+        const inline = findChild(page(), "DateInlineSwitch")
+        mouseClick(wheel)
         const wheels = findChild(page(), "datePickerWheels")
         tryCompare(wheels, "visible", true)
         const picker = findChild(page(), "datePickerView")
@@ -136,6 +138,14 @@ PageCase {
         const monthWheel = wheels.children[0]
         mouseWheel(monthWheel, monthWheel.width / 2, monthWheel.height / 2, 0, -120)
         tryCompare(picker, "month", month % 12 + 1)
+        // The styles exclude each other; turning one off changes nothing else.
+        mouseClick(inline)
+        tryCompare(inline, "checked", true)
+        compare(wheel.checked, false)
+        verify(findChild(page(), "datePickerInline").visible)
+        mouseClick(inline)
+        tryCompare(inline, "checked", false)
+        verify(findChild(page(), "datePickerInline").visible)
 
         keyClick(Qt.Key_Tab)
         tryVerify(() => findChild(window.contentItem, "focusRing") !== null)

@@ -1,8 +1,7 @@
 import QtQuick
 import QtTest
 
-// The reference-list pages clicked through: hub, genre list, search, a
-// rename, and the settings page's style switches.
+// The reference-list pages clicked through: hub, genre list, search, a rename.
 PageCase {
     name: "ReferencePages"
 
@@ -41,23 +40,6 @@ PageCase {
         arrive("Genre List")
         tryCompare(rows().itemAtIndex(0), "text", "Action Adventures")
         window.back()
-        window.back()
-    }
-
-    function test_3_settingsStyles() {
-        window.openPage("DefaultSettings")
-        arrive("Default Settings")
-        const wheel = findChild(page(), "DateWheelSwitch")
-        const inline = findChild(page(), "DateInlineSwitch")
-        mouseClick(wheel)
-        tryCompare(wheel, "checked", true)
-        mouseClick(inline)
-        tryCompare(inline, "checked", true)
-        compare(wheel.checked, false)
-        verify(findChild(page(), "datePickerInline").visible)
-        mouseClick(inline) // off: the switch goes off, nothing else changes
-        tryCompare(inline, "checked", false)
-        verify(findChild(page(), "datePickerInline").visible)
         window.back()
     }
 }
