@@ -1,5 +1,4 @@
 // The review prompt's 7-day rule, the rate-and-share rows and their command line.
-#include "entry/detailviewcontroller.h"
 #include "feedback/ratesharetableviewcontroller.h"
 #include "feedback/reviewservice.h"
 #include "support/clirun.h"
@@ -102,25 +101,6 @@ private Q_SLOTS:
         // Writing absent removes the key.
         service.setLastRequest(std::nullopt);
         QVERIFY(!t.app().userDefaults().contains(SettingsKey::ReviewLastRequest));
-    }
-
-    // The delay is a timer whose context is the screen: a screen closed
-    // before it fires asks nothing; one still open asks once.
-    void detailScreenAsksOnlyWhileOpen()
-    {
-        TestApp t;
-        t.app().setReviewService(std::make_unique<ReviewService>(t.app()));
-        auto closed = std::make_unique<DetailViewController>(&t.app());
-        closed->viewDidLoad();
-        closed.reset();
-        QCoreApplication::processEvents();
-        QCOMPARE(t.platform().reviewRequests, 0);
-        QVERIFY(!t.app().userDefaults().contains(SettingsKey::ReviewLastRequest));
-
-        DetailViewController open(&t.app());
-        open.viewDidLoad();
-        QCOMPARE(t.platform().reviewRequests, 0);
-        QTRY_COMPARE(t.platform().reviewRequests, 1);
     }
 
     // What each row did, one line each: "open ADDRESS", "share ITEM | ITEM" or "alert TITLE: MESSAGE".
