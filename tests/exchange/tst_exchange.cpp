@@ -244,6 +244,7 @@ void TestExchange::saveAndMail()
     screen.SaveToFiles();
     QCOMPARE(t.platform().shares.size(), 1);
     QCOMPARE(t.platform().shares[0].files, QList<QUrl>{QUrl::fromLocalFile(path)});
+    QCOMPARE(t.platform().shares[0].excludedActivities, ExportViewController::excludedActivities());
 
     // The save dialog: a new file is written and named; an existing one only after Yes.
     QTemporaryDir dir;
