@@ -239,24 +239,6 @@ private Q_SLOTS:
         QCOMPARE(t.allBooks(false).first().dateRead, t.app().dateText().startOfDay(2021, 3, 1));
     }
 
-    void menuTogglesAsOne()
-    {
-        TestApp t;
-        MainMenuViewController menu(&t.app());
-        menu.viewDidLoad();
-        menu.viewWillAppear();
-        QCOMPARE(menu.hiddenStates(), QList<bool>(9, true));
-        QCOMPARE(menu.menuButtons().size(), 9);
-        menu.HandleSelection();
-        QCOMPARE(menu.hiddenStates(), QList<bool>(9, false));
-        QVERIFY(menu.menuOpen());
-        menu.HandleSelection();
-        QVERIFY(!menu.menuOpen());
-        menu.HandleSelection();
-        menu.viewWillAppear(); // coming back shows it closed
-        QVERIFY(!menu.menuOpen());
-    }
-
     void tabBarSegueHidesTheBar()
     {
         TestApp t;
