@@ -56,13 +56,6 @@ std::unique_ptr<DetailViewController> open(TestApp &t, const Books &stored)
     return detail;
 }
 
-struct CountingReview : ReviewRequester
-{
-    int *count;
-    explicit CountingReview(int *c) : count(c) {}
-    void requestReview() override { ++*count; }
-};
-
 } // namespace
 
 class TestDetail : public QObject
@@ -363,24 +356,6 @@ private Q_SLOTS:
         QCOMPARE(detail.coverOffset(), QPointF());
         detail.ZoomButtonTapped();
         QCOMPARE(detail.coverScale(), DetailViewController::kZoomedScale);
-    }
-
-    void reviewIsAskedFiveSecondsAfterLoad()
-    {
-        TestApp t(QByteArrayLiteral("America/New_York"), TestApp::defaultNow(), 0.02); // 5 s -> 100 ms
-        int requests = 0;
-        t.app().setReviewService(std::make_unique<CountingReview>(&requests));
-        {
-            DetailViewController gone(&t.app());
-            gone.viewDidLoad();
-        }
-        DetailViewController detail(&t.app());
-        detail.viewDidLoad();
-        QTest::qWait(50);
-        QCOMPARE(requests, 0);
-        QTRY_COMPARE(requests, 1); // the screen that went asks nothing
-        QTest::qWait(150);
-        QCOMPARE(requests, 1);
     }
 };
 
