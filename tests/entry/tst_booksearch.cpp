@@ -166,37 +166,64 @@ private Q_SLOTS:
             QCOMPARE(decoded.scan->items ? int(decoded.scan->items->size()) : -1, itemCount);
     }
 
+    // One search: the log it leaves, whether it completed, the items held.
     void answers_data()
     {
         QTest::addColumn<QString>("isbn");
+        QTest::addColumn<Answer>("answer"); // for every query; status 0: the fixtures
+        QTest::addColumn<int>("timeoutMs"); // -1: nobody listens
         QTest::addColumn<QStringList>("log");
         QTest::addColumn<bool>("completed");
         QTest::addColumn<int>("itemCount"); // -1: nothing held
 
-        QTest::newRow("two items") << kGoodOmens << QStringList{kSucceeded200} << true << 2;
-        QTest::newRow("items absent") << QStringLiteral("9780000000019") << QStringList{kSucceeded200} << true << -1;
-        QTest::newRow("no pageCount") << QStringLiteral("9780000000002")
+        const Answer fixtures{0, {}, {}, 0};
+        const int minute = BookSearchManager::kTimeoutMs;
+        QTest::newRow("two items") << kGoodOmens << fixtures << minute << QStringList{kSucceeded200} << true << 2;
+        QTest::newRow("items absent") << QStringLiteral("9780000000019") << fixtures << minute << QStringList{kSucceeded200}
+                                      << true << -1;
+        QTest::newRow("no pageCount") << QStringLiteral("9780000000002") << fixtures << minute
                                       << QStringList{kSucceeded200, missing("items[0].volumeInfo.pageCount")} << false << -1;
         // The service's error answer is an object without items: it decodes, and holds nothing.
-        QTest::newRow("quota 429") << QStringLiteral("9780000000033")
+        QTest::newRow("quota 429") << QStringLiteral("9780000000033") << fixtures << minute
                                    << QStringList{QStringLiteral("URL Session Task Succeeded: HTTP 429")} << true << -1;
-        QTest::newRow("html page") << QStringLiteral("9780000000040")
+        QTest::newRow("html page") << QStringLiteral("9780000000040") << fixtures << minute
                                    << QStringList{kSucceeded200, QStringLiteral("The answer could not be read because it is "
                                                                                 "not valid JSON: illegal value at offset 1.")}
                                    << false << -1;
-        QTest::newRow("empty body") << QStringLiteral("9780000000064") << QStringList{kSucceeded200} << false << -1;
+        QTest::newRow("empty body") << QStringLiteral("9780000000064") << fixtures << minute << QStringList{kSucceeded200}
+                                    << false << -1;
+
+        // The fixture for this one answers after 3 s; every request gives up after 1.5 s.
+        const QString slow = QStringLiteral("9780000000057");
+        const QString failed = QStringLiteral("URL Session Task Failed: ");
+        const QStringList tooLarge{failed + QStringLiteral("The answer is larger than 5 MB.")};
+        QTest::newRow("connection refused") << slow << fixtures << -1 << QStringList{failed + "Connection refused"} << false
+                                            << -1;
+        QTest::newRow("silent server") << slow << fixtures << 300 << QStringList{failed + "Operation canceled"} << false << -1;
+        QTest::newRow("endless answer") << slow << streamed(Stream::Endless) << minute << tooLarge << false << -1;
+        QTest::newRow("declared too long") << slow << streamed(Stream::Endless, 6 << 20) << minute << tooLarge << false << -1;
+        QTest::newRow("dripping answer") << slow << streamed(Stream::Drip) << 1000
+                                         << QStringList{failed + "The answer took longer than 1.5 seconds."} << false << -1;
     }
 
     void answers()
     {
         QFETCH(QString, isbn);
+        QFETCH(Answer, answer);
+        QFETCH(int, timeoutMs);
         QFETCH(QStringList, log);
         QFETCH(bool, completed);
         QFETCH(int, itemCount);
 
+        if (timeoutMs < 0)
+            qputenv("TOMEWISE_BOOKS_API", "http://127.0.0.1:" + QByteArray::number(closedPort()) + "/books/v1/volumes");
+        m_server->setDelay(QStringLiteral("9780000000057"), 3000);
+        if (answer.status)
+            m_server->setAnswer(QStringLiteral("/books/v1/volumes"), answer);
         TestApp t;
         LogCapture capture;
         BookSearchManager manager;
+        manager.setLimits(shortDeadline(timeoutMs < 0 ? BookSearchManager::kTimeoutMs : timeoutMs));
         QCOMPARE(searchAndWait(manager, t.app().state(), isbn), completed);
         QCOMPARE(capture.lines("tomewise.entry"), log);
         const auto &held = t.app().state().scannedBookItems();
@@ -272,45 +299,6 @@ private Q_SLOTS:
         if (!apiKey.isEmpty())
             query.append({"key", apiKey});
         QCOMPARE(request.query, query);
-    }
-
-    void transportFailures_data()
-    {
-        QTest::addColumn<bool>("closed");
-        QTest::addColumn<int>("timeoutMs");
-        QTest::addColumn<Answer>("answer"); // for every query; none: the fixtures
-        QTest::addColumn<QString>("log");
-
-        const QString failed = QStringLiteral("URL Session Task Failed: ");
-        const QString tooLarge = failed + QStringLiteral("The answer is larger than 5 MB.");
-        const int minute = BookSearchManager::kTimeoutMs;
-        const Answer fixtures{0, {}, {}, 0};
-        QTest::newRow("connection refused") << true << minute << fixtures << failed + "Connection refused";
-        QTest::newRow("silent server") << false << 300 << fixtures << failed + "Operation canceled";
-        QTest::newRow("endless answer") << false << minute << streamed(Stream::Endless) << tooLarge;
-        QTest::newRow("declared too long") << false << minute << streamed(Stream::Endless, 6 << 20) << tooLarge;
-        QTest::newRow("dripping answer") << false << 1000 << streamed(Stream::Drip)
-                                         << failed + "The answer took longer than 1.5 seconds.";
-    }
-
-    void transportFailures()
-    {
-        QFETCH(bool, closed);
-        QFETCH(int, timeoutMs);
-        QFETCH(Answer, answer);
-        QFETCH(QString, log);
-
-        if (closed)
-            qputenv("TOMEWISE_BOOKS_API", "http://127.0.0.1:" + QByteArray::number(closedPort()) + "/books/v1/volumes");
-        m_server->setDelay(QStringLiteral("9780000000057"), 3000);
-        if (answer.status)
-            m_server->setAnswer(QStringLiteral("/books/v1/volumes"), answer);
-        TestApp t;
-        LogCapture capture;
-        BookSearchManager manager;
-        manager.setLimits(shortDeadline(timeoutMs));
-        QVERIFY(!searchAndWait(manager, t.app().state(), QStringLiteral("9780000000057")));
-        QCOMPARE(capture.lines("tomewise.entry"), QStringList{log});
     }
 
     void coverDownload_data()
