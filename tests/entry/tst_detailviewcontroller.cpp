@@ -17,21 +17,14 @@ namespace {
 Books dune()
 {
     Books b = book(QStringLiteral("Dune"), QStringLiteral("Frank Herbert"));
-    b.dt = QStringLiteral("March 4, 2021"); // a long-style text, as the picker writes it
-    b.year = 2021;
-    b.month = 3;
-    b.day = 4;
-    b.subTitle = QStringLiteral("Book One");
-    b.bookPublisher = QStringLiteral("Chilton");
-    b.isbn = QStringLiteral("9780441013593");
-    b.category = QStringLiteral("Science Fiction");
-    b.rating = QStringLiteral("*****");
-    b.series = QStringLiteral("Dune Chronicles");
-    b.seriesNumber = 1;
-    b.publishDate = 1965;
-    b.numberPages = 412;
-    b.bookFormat = QStringLiteral("Paperback");
-    b.notes = QStringLiteral("Spice must flow.\nRead in one week.");
+    const QVariantMap fields{
+        {"dt", "March 4, 2021"}, // a long-style text, as the picker writes it
+        {"year", 2021}, {"month", 3}, {"day", 4}, {"subTitle", "Book One"}, {"bookPublisher", "Chilton"},
+        {"isbn", "9780441013593"}, {"category", "Science Fiction"}, {"rating", "*****"}, {"series", "Dune Chronicles"},
+        {"seriesNumber", 1}, {"publishDate", 1965}, {"numberPages", 412}, {"bookFormat", "Paperback"},
+        {"notes", "Spice must flow.\nRead in one week."}};
+    for (auto it = fields.begin(); it != fields.end(); ++it)
+        setAttributeValue(b, *booksAttribute(it.key()), it.value());
     return b;
 }
 
