@@ -72,98 +72,81 @@ class TestLibrary : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void busyStoreFailsLoudly_data();
-    void busyStoreFailsLoudly();
-    void secondProcessIsRefused();
-    void staleLockIsTakenOver();
-};
-
-void TestLibrary::busyStoreFailsLoudly_data()
-{
-    QTest::addColumn<QStringList>("args");
-    QTest::addColumn<QString>("named"); // what stderr must name as not saved
-
-    QTest::newRow("book add") << QStringList{"book", "add", "--title", "Dune", "--author", "Frank Herbert"}
-                              << QStringLiteral("Not saved: \"Dune\"");
-    QTest::newRow("book edit") << QStringList{"book", "edit", "--index", "0", "--pages", "12"}
-                               << QStringLiteral("Not saved: the changes to the book");
-    QTest::newRow("book delete") << QStringList{"book", "delete", "--index", "0"} << QStringLiteral("Not deleted: ");
-    QTest::newRow("import") << QStringList{"import", "@file"}
-                            << QStringLiteral("Not saved: line 3, \"Emma\" by \"Jane Austen\": ");
-}
-
-void TestLibrary::busyStoreFailsLoudly()
-{
-    QFETCH(QStringList, args);
-    QFETCH(QString, named);
-    TestApp t;
-    Books persuasion = book(QStringLiteral("Persuasion"), QStringLiteral("Jane Austen"));
-    persuasion.dt = QStringLiteral("March 4, 2021"); // the detail screen refuses a book without a date
-    t.insert(persuasion);
-    QTemporaryDir dir;
-    QFile file(dir.filePath(QStringLiteral("in.csv")));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("[TOMEWISE]\nFrank Herbert^^^^^^^^Dune\nJane Austen^^^^^^^^Emma\n");
-    file.close();
-    args.replaceInStrings(QStringLiteral("@file"), file.fileName());
-
-    const CliRun busy = [&] {
-        WriteLock lock(t.store().path());
-        return cli(t.dataDirectory(), args);
-    }();
-    QCOMPARE(busy.status, 1);
-    QVERIFY2(busy.err.contains(named), qPrintable(busy.err));
-    QVERIFY2(busy.err.contains("database is locked"), qPrintable(busy.err)); // the store's log line
-    QVERIFY(!busy.out.startsWith("Saved") && !busy.out.startsWith("Deleted"));
-    QCOMPARE(bookCount(t), 1);
-    if (args.first() == u"import")
-        QVERIFY(busy.out.contains("2 records could not be saved."));
-
-    // Once the store is free, the same command goes through.
-    const CliRun free = cli(t.dataDirectory(), args);
-    QCOMPARE(free.status, 0);
-}
-
-void TestLibrary::secondProcessIsRefused()
-{
-    TestApp t;
-    t.insert(book(QStringLiteral("Persuasion"), QStringLiteral("Jane Austen")));
-    // The first process waits on a busy store, holding the library meanwhile.
-    WriteLock lock(t.store().path());
-    QProcess first;
-    startHolder(first, t);
-
-    QElapsedTimer waited;
-    waited.start();
-    const CliRun second = cli(t.dataDirectory(), {"book", "add", "--title", "Emma", "--author", "Jane Austen"});
-    QCOMPARE(second.status, 3);
-    QVERIFY(waited.elapsed() >= 1500); // it waits a little first
-    const QString message = QStringLiteral("The library %1 is in use by another Tomewise (pid %2)\n")
-                                .arg(t.dataDirectory())
-                                .arg(first.processId());
-    QCOMPARE(second.err, message);
-    QVERIFY(first.waitForFinished(20000));
-    QCOMPARE(first.exitCode(), 1);
-    QCOMPARE(bookCount(t), 1);
-}
-
-void TestLibrary::staleLockIsTakenOver()
-{
-    TestApp t;
-    t.insert(book(QStringLiteral("Persuasion"), QStringLiteral("Jane Austen")));
+    void busyStoreFailsLoudly_data()
     {
-        // A process killed while it held the library leaves its lock file behind.
-        WriteLock lock(t.store().path());
-        QProcess killed;
-        startHolder(killed, t);
-        killed.kill();
-        QVERIFY(killed.waitForFinished(5000));
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("named"); // what stderr must name as not saved
+
+        QTest::newRow("book add") << QStringList{"book", "add", "--title", "Dune", "--author", "Frank Herbert"}
+                                  << QStringLiteral("Not saved: \"Dune\"");
+        QTest::newRow("book edit") << QStringList{"book", "edit", "--index", "0", "--pages", "12"}
+                                   << QStringLiteral("Not saved: the changes to the book");
+        QTest::newRow("book delete") << QStringList{"book", "delete", "--index", "0"} << QStringLiteral("Not deleted: ");
+        QTest::newRow("import") << QStringList{"import", "@file"}
+                                << QStringLiteral("Not saved: line 3, \"Emma\" by \"Jane Austen\": ");
     }
-    QVERIFY(QFile::exists(t.dataDirectory() + QStringLiteral("/Tomewise.lock")));
-    const CliRun next = cli(t.dataDirectory(), {"book", "add", "--title", "Emma", "--author", "Jane Austen"});
-    QCOMPARE(next.status, 0);
-    QCOMPARE(bookCount(t), 2);
-}
+
+    void busyStoreFailsLoudly()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(QString, named);
+        TestApp t;
+        Books persuasion = book(QStringLiteral("Persuasion"), QStringLiteral("Jane Austen"));
+        persuasion.dt = QStringLiteral("March 4, 2021"); // the detail screen refuses a book without a date
+        t.insert(persuasion);
+        QTemporaryDir dir;
+        QFile file(dir.filePath(QStringLiteral("in.csv")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("[TOMEWISE]\nFrank Herbert^^^^^^^^Dune\nJane Austen^^^^^^^^Emma\n");
+        file.close();
+        args.replaceInStrings(QStringLiteral("@file"), file.fileName());
+
+        const CliRun busy = [&] {
+            WriteLock lock(t.store().path());
+            return cli(t.dataDirectory(), args);
+        }();
+        QCOMPARE(busy.status, 1);
+        QVERIFY2(busy.err.contains(named), qPrintable(busy.err));
+        QVERIFY2(busy.err.contains("database is locked"), qPrintable(busy.err)); // the store's log line
+        QVERIFY(!busy.out.startsWith("Saved") && !busy.out.startsWith("Deleted"));
+        QCOMPARE(bookCount(t), 1);
+        if (args.first() == u"import")
+            QVERIFY(busy.out.contains("2 records could not be saved."));
+
+        // Once the store is free, the same command goes through.
+        const CliRun free = cli(t.dataDirectory(), args);
+        QCOMPARE(free.status, 0);
+    }
+
+    // A second process is refused while the first holds the library; a lock
+    // left behind by a process that was killed is taken over.
+    void oneProcessAtATime()
+    {
+        TestApp t;
+        t.insert(book(QStringLiteral("Persuasion"), QStringLiteral("Jane Austen")));
+        const QStringList addEmma{"book", "add", "--title", "Emma", "--author", "Jane Austen"};
+        {
+            // The first process waits on a busy store, holding the library meanwhile.
+            WriteLock lock(t.store().path());
+            QProcess first;
+            startHolder(first, t);
+            QElapsedTimer waited;
+            waited.start();
+            const CliRun second = cli(t.dataDirectory(), addEmma);
+            QCOMPARE(second.status, 3);
+            QVERIFY(waited.elapsed() >= 1500); // it waits a little first
+            QCOMPARE(second.err, QStringLiteral("The library %1 is in use by another Tomewise (pid %2)\n")
+                                     .arg(t.dataDirectory())
+                                     .arg(first.processId()));
+            first.kill();
+            QVERIFY(first.waitForFinished(5000));
+        }
+        QVERIFY(QFile::exists(t.dataDirectory() + QStringLiteral("/Tomewise.lock")));
+        QCOMPARE(bookCount(t), 1);
+        QCOMPARE(cli(t.dataDirectory(), addEmma).status, 0);
+        QCOMPARE(bookCount(t), 2);
+    }
+};
 
 QTEST_MAIN(TestLibrary)
 #include "tst_library.moc"
