@@ -296,10 +296,6 @@ void TestBarcodeScreens::commandLine_data()
     QTest::newRow("EAN-13") << QStringList{"scan", path("frame-rotated.png")} << 0 << kISBN + "\n" << QString();
     QTest::newRow("no code") << QStringList{"scan", path("frame-empty.png")} << 1 << QString()
                              << "No barcode found in " + path("frame-empty.png") + " (EAN-8, EAN-13, PDF417 or QR code)\n";
-    QTest::newRow("add --scan --lookup") << QStringList{"book", "add", "--scan", path("ean13-addon.png"), "--lookup"}
-                                         << 0 << "Saved \"Good Omens\" (Nov 21, 2026)\n" << QString();
-    QTest::newRow("add --scan --isbn") << QStringList{"book", "add", "--scan", path("qr.png"), "--isbn", "1"} << 2
-                                       << QString() << QStringLiteral("--scan and --isbn: choose one\n");
 }
 
 void TestBarcodeScreens::commandLine()
@@ -314,10 +310,7 @@ void TestBarcodeScreens::commandLine()
     const QString &stdOut = run.out;
     const QString &stdErr = run.err;
     QVERIFY2(run.status == exitCode, qPrintable(stdErr));
-    if (out.contains(QLatin1String("Saved")))
-        QVERIFY2(stdOut.startsWith(QLatin1String("Saved \"Good Omens\"")), qPrintable(stdOut + stdErr));
-    else
-        QCOMPARE(stdOut, out);
+    QCOMPARE(stdOut, out);
     if (!err.isEmpty())
         QCOMPARE(stdErr, err);
 }
