@@ -106,6 +106,14 @@ private Q_SLOTS:
         QCOMPARE(b.contains("pictureImage"), cover);
     }
 
+    void scanPrintsTheCode()
+    {
+        const Run read = cli({"scan", picture("frame-rotated.png")});
+        QCOMPARE(read.status, 0);
+        QCOMPARE(read.out, QStringLiteral("9780060853983\n"));
+        QCOMPARE(cli({"scan", picture("frame-empty.png")}).status, 1); // its message: addByScan
+    }
+
     void addListAndDelete()
     {
         QCOMPARE(cli({"book", "add", "--title", " Dune ", "--author", "Frank Herbert", "--series", "Dune",
