@@ -9,10 +9,12 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTimer>
 #include <QVideoSink>
 
 #include <sched.h>
+#include <time.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -28,6 +30,23 @@ double median(std::vector<double> v)
 {
     std::sort(v.begin(), v.end());
     return v.empty() ? 0 : v[v.size() / 2];
+}
+
+qint64 threadCpuNs()
+{
+    timespec t{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+    return qint64(t.tv_sec) * 1000000000 + t.tv_nsec;
+}
+
+// Time this thread was ready to run but had no CPU (the kernel's schedstat).
+qint64 runQueueWaitNs()
+{
+    QFile file(QStringLiteral("/proc/thread-self/schedstat"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const QList<QByteArray> fields = file.readAll().split(' ');
+    return fields.size() > 1 ? fields[1].toLongLong() : 0;
 }
 
 void pinToOneCore()
@@ -96,22 +115,36 @@ int main(int argc, char *argv[])
         QElapsedTimer clock;
         clock.start();
         qint64 last = clock.nsecsElapsed();
+        qint64 lastCpu = threadCpuNs();
         double longest = 0;
+        double longestRan = 0; // how much of the longest stall this thread was running
+        std::vector<double> gaps;
+        const qint64 waitedBefore = runQueueWaitNs();
         QTimer tick;
         tick.setTimerType(Qt::PreciseTimer);
         QObject::connect(&tick, &QTimer::timeout, [&] {
             const qint64 now = clock.nsecsElapsed();
-            longest = std::max(longest, (now - last) / 1e6);
+            const qint64 cpu = threadCpuNs();
+            const double gap = (now - last) / 1e6;
+            gaps.push_back(gap);
+            if (gap > longest) {
+                longest = gap;
+                longestRan = (cpu - lastCpu) / 1e6;
+            }
             last = now;
+            lastCpu = cpu;
         });
         int shown = 0;
         const int toShow = rounds * int(videoFrames.size());
+        double longestHandOff = 0; // the UI thread's own work per frame
         QTimer camera;
         camera.setTimerType(Qt::PreciseTimer);
         QObject::connect(&camera, &QTimer::timeout, [&] {
+            const qint64 start = clock.nsecsElapsed();
             // Each frame a new one, as a camera's are; a sink ignores the frame it shows.
             sink.setVideoFrame(QVideoFrame());
             sink.setVideoFrame(videoFrames[size_t(shown % videoFrames.size())]);
+            longestHandOff = std::max(longestHandOff, (clock.nsecsElapsed() - start) / 1e6);
             if (++shown == toShow) {
                 camera.stop();
                 QTimer::singleShot(500, &application, &QCoreApplication::quit);
@@ -120,8 +153,12 @@ int main(int argc, char *argv[])
         tick.start(1);
         camera.start(33);
         application.exec();
-        std::printf("UI thread, %d frames at 30/s %s: longest stall %.1f ms", shown,
-                    decoding ? "decoded" : "not decoded", longest);
+        std::sort(gaps.begin(), gaps.end());
+        std::printf("UI thread, %d frames at 30/s %s: longest stall %.1f ms (running %.2f ms of it), 99.9th "
+                    "percentile %.1f ms, waited for a CPU %.0f ms in all, longest frame hand-off %.2f ms",
+                    shown, decoding ? "decoded" : "not decoded", longest, longestRan,
+                    gaps.empty() ? 0.0 : gaps[size_t(double(gaps.size() - 1) * 0.999)],
+                    (runQueueWaitNs() - waitedBefore) / 1e6, longestHandOff);
         if (decoding)
             std::printf(" (%d decoded, %d replaced)", pipeline.decodedCount(), pipeline.replacedCount());
         std::printf("\n");

@@ -6,6 +6,7 @@
 #include "entry/booksearchmanager.h"
 #include "entry/detailviewcontroller.h"
 #include "entry/newbookviewcontroller.h"
+#include "entry/scannercontroller.h"
 #include "model/coverimage.h"
 
 #include <QImage>
@@ -114,6 +115,37 @@ bool lookUp(Context &ctx, BookForm &form, const AlertLog &alerts)
     return true;
 }
 
+// A barcode screen's hand-over after a read: the value kept as scannedISBN,
+// its search sent and waited for as the screen waits, then the form's return
+// path. The form fills from a held answer, or, with nothing found and no title
+// typed, says "Book Not Found" 0.6 s later; both are waited for here, the cover
+// download included, so nothing is saved before they have landed.
+void scanHandOver(Context &ctx, BookForm &form, const AlertLog &alerts, const QString &isbn)
+{
+    struct PhotoScanner : ScannerController
+    {
+        using ScannerController::ScannerController;
+        using ScannerController::handOver;
+    } scanner(ctx.app);
+    bool left = false;
+    QObject::connect(&scanner, &ScreenController::unwind, &scanner, [&left] { left = true; });
+    scanner.handOver(isbn);
+    waitUntil([&left] { return left; }, ScannerController::kLookupWaitMs + 1000);
+    // Decided before the return path, which clears the held answer as it fills.
+    const auto &held = ctx.app->state().scannedBookItems();
+    const bool found = held && !held->isEmpty();
+    const bool titleTyped = !form.property("bookNameTextField").toString().isEmpty();
+    const int alertsBefore = alerts.count();
+    form.unwindFromScanner();
+    if (found) {
+        BookSearchManager &search = form.searchManager();
+        waitUntil([&search] { return search.pendingCount() == 0; }, kSearchWaitMs);
+    } else if (!titleTyped) {
+        waitUntil([&] { return alerts.count() > alertsBefore; },
+                  ctx.app->scaledDelay(BookForm::kScannerNotFoundDelayMs) * 2 + 1000);
+    }
+}
+
 // The screens log a save the store refused and carry on, as they must; the
 // command still fails then, naming what was not saved.
 int refusedByStore(Context &ctx, int failedBefore, const QString &what)
@@ -130,18 +162,31 @@ int bookAdd(Context &ctx, QStringList &args)
     AlertLog alerts(form, ctx.err);
     form.viewDidLoad();
     form.viewWillAppear();
-    // A photo's barcode stands in for a typed ISBN (cmd_scan.cpp).
+    const bool lookup = takeFlag(args, QStringLiteral("--lookup"));
     if (const auto picture = takeOption(args, QStringLiteral("--scan"))) {
         if (args.contains(QStringLiteral("--isbn"))) {
             ctx.err << "--scan and --isbn: choose one" << Qt::endl;
             return 2;
         }
-        const auto isbn = scanPicture(ctx, *picture);
-        if (!isbn)
-            return 1;
-        args << QStringLiteral("--isbn") << *isbn;
-    }
-    if (takeFlag(args, QStringLiteral("--lookup"))) {
+        // Without a look-up the code read is the ISBN field's text, as if typed.
+        if (!lookup) {
+            const auto isbn = scanPicture(ctx, *picture);
+            if (!isbn)
+                return 1;
+            args << QStringLiteral("--isbn") << *isbn;
+        } else {
+            // The fields given are typed before Scan is tapped, so a title
+            // already there keeps "Book Not Found" away, as in the app; they are
+            // typed again below, so they win over the looked-up ones.
+            QStringList typedFirst = args;
+            if (const int refused = typeFields(ctx, typedFirst, form))
+                return refused;
+            const auto isbn = scanPicture(ctx, *picture);
+            if (!isbn)
+                return 1;
+            scanHandOver(ctx, form, alerts, *isbn);
+        }
+    } else if (lookup) {
         const auto isbn = takeOption(args, QStringLiteral("--isbn"));
         if (!isbn)
             return usageError(ctx, kAddUsage);

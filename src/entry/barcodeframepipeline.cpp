@@ -4,12 +4,14 @@
 #include <QVideoFrameFormat>
 #include <QVideoSink>
 
+#include <pthread.h>
+#include <sched.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
+#include <memory>
 
 namespace tomewise {
 
@@ -81,19 +83,19 @@ BarcodeFramePipeline::BarcodeFramePipeline(QList<Symbology> accepted, QObject *p
 {
     static const int registered = qRegisterMetaType<BarcodeRead>();
     Q_UNUSED(registered);
-    m_thread.setObjectName(QStringLiteral("BarcodeDecoder"));
-    m_worker.moveToThread(&m_thread);
-    m_thread.start();
-    // Linux ignores thread priorities under its default scheduler, but each
-    // thread has its own nice value: decoding yields to the user interface.
-    QMetaObject::invokeMethod(&m_worker, [] { setpriority(PRIO_PROCESS, id_t(gettid()), 10); });
+    m_thread.reset(QThread::create([this] { run(); }));
+    m_thread->setObjectName(QStringLiteral("BarcodeDecoder"));
+    m_thread->start();
 }
 
 BarcodeFramePipeline::~BarcodeFramePipeline()
 {
     stop();
-    m_thread.quit();
-    m_thread.wait();
+    m_quit = true;
+    m_wake.release();
+    m_thread->wait();
+    // A frame offered from another thread while stopping.
+    delete m_waiting.exchange(nullptr);
 }
 
 void BarcodeFramePipeline::setVideoSink(QVideoSink *sink)
@@ -118,44 +120,45 @@ void BarcodeFramePipeline::setArea(const QRectF &inPreview, const QSizeF &previe
 
 bool BarcodeFramePipeline::isBusy() const
 {
-    QMutexLocker lock(&m_mutex);
-    return m_busy;
+    return m_busy || m_waiting.load();
 }
 
 void BarcodeFramePipeline::offer(const QVideoFrame &frame)
 {
     if (m_stopped || !frame.isValid())
         return;
-    QMutexLocker lock(&m_mutex);
-    if (m_waiting.isValid())
+    // A shallow copy: the pixels stay where the camera put them.
+    const std::unique_ptr<QVideoFrame> replaced{m_waiting.exchange(new QVideoFrame(frame))};
+    if (replaced)
         ++m_replaced;
-    m_waiting = frame;
-    if (m_busy)
-        return;
-    m_busy = true;
-    lock.unlock();
-    QMetaObject::invokeMethod(&m_worker, [this] { drain(); }, Qt::QueuedConnection);
+    else
+        m_wake.release(); // one wake for each frame the decoder takes
 }
 
 void BarcodeFramePipeline::stop()
 {
     m_stopped = true;
     disconnect(m_sinkConnection);
-    QMutexLocker lock(&m_mutex);
-    m_waiting = QVideoFrame();
+    delete m_waiting.exchange(nullptr);
 }
 
-void BarcodeFramePipeline::drain()
+void BarcodeFramePipeline::run()
 {
+    // Linux ignores Qt's thread priorities, so the kernel is told directly:
+    // as a batch thread the decoder never preempts the thread that woke it
+    // (the user interface's, when it offers a frame), and its nice value
+    // gives it a smaller share of a busy CPU than the user interface.
+    const sched_param batch{};
+    pthread_setschedparam(pthread_self(), SCHED_BATCH, &batch);
+    setpriority(PRIO_PROCESS, id_t(gettid()), 10);
     for (;;) {
-        QMutexLocker lock(&m_mutex);
-        const QVideoFrame frame = std::exchange(m_waiting, QVideoFrame());
-        if (!frame.isValid() || m_stopped) {
-            m_busy = false;
+        m_wake.acquire();
+        if (m_quit)
             return;
-        }
-        lock.unlock();
-        decode(frame);
+        m_busy = true;
+        if (const std::unique_ptr<QVideoFrame> frame{m_waiting.exchange(nullptr)}; frame && !m_stopped)
+            decode(*frame);
+        m_busy = false;
     }
 }
 

@@ -7,11 +7,13 @@
 #include <QPointer>
 #include <QRectF>
 #include <QSize>
+#include <QSemaphore>
 #include <QThread>
 #include <QVideoFrame>
 #include <QVideoSink>
 
 #include <atomic>
+#include <memory>
 
 namespace tomewise {
 
@@ -58,18 +60,24 @@ Q_SIGNALS:
     void nothingRead(QSize frameSize);
 
 private:
-    void drain();
+    void run(); // the decoder's thread
     void decode(const QVideoFrame &frame);
 
     BarcodeDecoder m_decoder;
-    QThread m_thread;
-    QObject m_worker; // lives in m_thread; decoding is queued to it
+    std::unique_ptr<QThread> m_thread;
+    QSemaphore m_wake;
+    std::atomic<bool> m_quit = false;
     QPointer<QVideoSink> m_sink;
     QMetaObject::Connection m_sinkConnection;
 
-    mutable QMutex m_mutex; // guards the four below
-    QVideoFrame m_waiting;
-    bool m_busy = false;
+    // The newest frame not yet taken, swapped in and out without a lock, and
+    // the decoder woken by a semaphore rather than a queued call (whose event
+    // queue has a lock too): the thread that offers is often the user
+    // interface's, and must never wait on a decoder the scheduler put aside.
+    std::atomic<QVideoFrame *> m_waiting = nullptr;
+    std::atomic<bool> m_busy = false;
+
+    mutable QMutex m_mutex; // guards the two below, set only at layout
     QRectF m_area;
     QSizeF m_preview;
 

@@ -1,5 +1,7 @@
 // tomewise-cli book add / books / book show / book edit / book delete, run as a separate process.
+#include "support/booksapiserver.h"
 #include "support/clirun.h"
+#include "support/imagefixtures.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -8,8 +10,22 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using tomewise::test::BooksApiServer;
 using tomewise::test::CliRun;
 using tomewise::test::runCli;
+
+namespace {
+
+QString picture(const QString &name)
+{
+    return QStringLiteral(TOMEWISE_TEST_DATA "/barcode/") + name;
+}
+
+const QString kNotFound = QStringLiteral("Book Not Found: The Scanned Barcode returned no Results for: "
+                                         "https://example.org/books/42\n");
+const QString kNotSaved = QStringLiteral("Book Not Saved: Required Fields Labeled in RED Not Entered\n");
+
+} // namespace
 
 class TestCliBooks : public QObject
 {
@@ -25,6 +41,79 @@ private:
     }
 
 private Q_SLOTS:
+    // The scan's hand-over, as the app makes it after a read: the look-up is
+    // waited for, the form fills (cover included) before the save, and with
+    // nothing found the form's own alerts decide what happens.
+    void addByScan_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("err");
+        QTest::addColumn<QStringList>("saved"); // name, author, isbn, rating; empty: nothing saved
+        QTest::addColumn<bool>("cover");
+
+        const QStringList omens{"Good Omens", "Neil Gaiman, Terry Pratchett", "9780060853983", ""};
+        QTest::newRow("found") << QStringList{"--scan", picture("ean13-addon.png"), "--lookup"} << 0 << QString()
+                               << omens << true;
+        QTest::newRow("found, given fields win")
+            << QStringList{"--lookup", "--title", "Omens", "--rating", "****", "--scan", picture("frame-ean13-qr.png")}
+            << 0 << QString() << QStringList{"Omens", omens[1], omens[2], "****"} << true;
+        QTest::newRow("not found, nothing given") << QStringList{"--scan", picture("qr.png"), "--lookup"} << 1
+                                                  << kNotFound + kNotSaved << QStringList() << false;
+        QTest::newRow("not found, title given: no alert, author missing")
+            << QStringList{"--scan", picture("qr.png"), "--lookup", "--title", "Mine"} << 1 << kNotSaved
+            << QStringList() << false;
+        QTest::newRow("not found, enough given")
+            << QStringList{"--scan", picture("qr.png"), "--lookup", "--title", "Mine", "--author", "Me"} << 0
+            << QString() << QStringList{"Mine", "Me", "https://example.org/books/42", ""} << false;
+        QTest::newRow("no look-up: the ISBN as typed")
+            << QStringList{"--scan", picture("ean8.png"), "--title", "T", "--author", "A"} << 0 << QString()
+            << QStringList{"T", "A", "96385074", ""} << false;
+        QTest::newRow("no code") << QStringList{"--scan", picture("frame-empty.png"), "--lookup"} << 1
+                                 << "No barcode found in " + picture("frame-empty.png")
+                + " (EAN-8, EAN-13, PDF417 or QR code)\n"
+                                 << QStringList() << false;
+        QTest::newRow("with --isbn") << QStringList{"--scan", picture("qr.png"), "--isbn", "1"} << 2
+                                     << QStringLiteral("--scan and --isbn: choose one\n") << QStringList() << false;
+    }
+    void addByScan()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(int, status);
+        QFETCH(QString, err);
+        QFETCH(QStringList, saved);
+        QFETCH(bool, cover);
+        BooksApiServer server;
+        server.setAnswer(QStringLiteral("/covers/9780060853983.jpg"),
+                         {200, tomewise::test::encode(tomewise::test::coverImage(QSize(128, 192)), "JPEG", 90),
+                          "image/jpeg", 300});
+        QTemporaryDir dir;
+        const auto env = server.cliEnvironment(dir.path());
+        const Run run = runCli(dir.path(), QStringList{"book", "add"} + args, env);
+        QCOMPARE(run.status, status);
+        // Only the alerts and messages: the service's log lines go elsewhere.
+        QStringList errLines = run.err.split(u'\n');
+        errLines.removeIf([](const QString &l) { return l.startsWith(QLatin1String("URL Session")); });
+        QCOMPARE(errLines.join(u'\n'), err);
+        const QJsonArray books =
+            QJsonDocument::fromJson(runCli(dir.path(), {"store", "dump", "Books"}, env).out.toUtf8()).array();
+        QCOMPARE(books.size(), saved.isEmpty() ? 0 : 1);
+        if (saved.isEmpty())
+            return;
+        const QJsonObject b = books.first().toObject();
+        QCOMPARE((QStringList{b["name"].toString(), b["author"].toString(), b["isbn"].toString(), b["rating"].toString()}),
+                 saved);
+        QCOMPARE(b.contains("pictureImage"), cover);
+    }
+
+    void scanPrintsTheCode()
+    {
+        const Run read = cli({"scan", picture("frame-rotated.png")});
+        QCOMPARE(read.status, 0);
+        QCOMPARE(read.out, QStringLiteral("9780060853983\n"));
+        QCOMPARE(cli({"scan", picture("frame-empty.png")}).status, 1); // its message: addByScan
+    }
+
     void addListAndDelete()
     {
         QCOMPARE(cli({"book", "add", "--title", " Dune ", "--author", "Frank Herbert", "--series", "Dune",

@@ -1,5 +1,4 @@
 #include "support/booksapiserver.h"
-#include "support/clirun.h"
 #include "support/logcapture.h"
 #include "support/testapp.h"
 
@@ -11,7 +10,6 @@
 #include "entry/newcaptureviewcontroller.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QVideoSink>
 
@@ -56,8 +54,6 @@ private Q_SLOTS:
     void scanAreaReadsInsideOnly();
     void photo_data();
     void photo();
-    void commandLine_data();
-    void commandLine();
 
 private:
     std::unique_ptr<BooksApiServer> m_server;
@@ -284,42 +280,6 @@ void TestBarcodeScreens::photo()
         QTest::qWait(100);
         QCOMPARE(unwind.size(), 0);
     }
-}
-
-void TestBarcodeScreens::commandLine_data()
-{
-    QTest::addColumn<QStringList>("args");
-    QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QString>("out");
-    QTest::addColumn<QString>("err");
-
-    QTest::newRow("EAN-13") << QStringList{"scan", path("frame-rotated.png")} << 0 << kISBN + "\n" << QString();
-    QTest::newRow("no code") << QStringList{"scan", path("frame-empty.png")} << 1 << QString()
-                             << "No barcode found in " + path("frame-empty.png") + " (EAN-8, EAN-13, PDF417 or QR code)\n";
-    QTest::newRow("add --scan --lookup") << QStringList{"book", "add", "--scan", path("ean13-addon.png"), "--lookup"}
-                                         << 0 << "Saved \"Good Omens\" (Nov 21, 2026)\n" << QString();
-    QTest::newRow("add --scan --isbn") << QStringList{"book", "add", "--scan", path("qr.png"), "--isbn", "1"} << 2
-                                       << QString() << QStringLiteral("--scan and --isbn: choose one\n");
-}
-
-void TestBarcodeScreens::commandLine()
-{
-    QFETCH(QStringList, args);
-    QFETCH(int, exitCode);
-    QFETCH(QString, out);
-    QFETCH(QString, err);
-
-    QTemporaryDir dir;
-    const CliRun run = runCli(dir.path(), args, m_server->cliEnvironment(dir.path()));
-    const QString &stdOut = run.out;
-    const QString &stdErr = run.err;
-    QVERIFY2(run.status == exitCode, qPrintable(stdErr));
-    if (out.contains(QLatin1String("Saved")))
-        QVERIFY2(stdOut.startsWith(QLatin1String("Saved \"Good Omens\"")), qPrintable(stdOut + stdErr));
-    else
-        QCOMPARE(stdOut, out);
-    if (!err.isEmpty())
-        QCOMPARE(stdErr, err);
 }
 
 QTEST_MAIN(TestBarcodeScreens)
