@@ -26,6 +26,9 @@ ReportBuilder::ReportBuilder(BookStore &store, double textViewWidth)
     , m_cursor(&m_document)
 {
     m_document.setDefaultFont(QFont(QStringLiteral("Arial"), 17));
+    // No cover is drawn wider than the text; the names stay plain for the
+    // view, which shows the same covers.
+    m_document.setMaxPixelWidth(int(textViewWidth * CoverDocument::kPixelsPerPoint));
 }
 
 std::optional<GroupKind> ReportBuilder::kindOfCallingScreen(const QString &callingScreen)
