@@ -29,6 +29,9 @@ CoverDocument::CoverDocument(BookStore &store, QObject *parent)
     : QTextDocument(parent)
     , m_store(store)
 {
+    // Built once and never edited: an undo step per insertion would be most
+    // of what a long document holds.
+    setUndoRedoEnabled(false);
     // Hooked in when the layout is first made: a layout made now would lay
     // the text out again on every insertion.
     connect(this, &QTextDocument::documentLayoutChanged, this, [this] {
