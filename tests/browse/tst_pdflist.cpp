@@ -65,12 +65,16 @@ QImage solid(QSize size, QColor colour, QImage::Format format = QImage::Format_R
     return image;
 }
 
-// Pixels of `colour` below the text of the first page, rendered at 36 dpi.
+// Pixels of `colour` below the text of the first page, rendered at 36 dpi;
+// -1 when the reader had to repair the file.
 int renderedPixels(const QString &pdf, QColor colour)
 {
     QTemporaryDir dir;
     const QString png = dir.filePath("page");
-    QProcess::execute("pdftoppm", {"-r", "36", "-singlefile", "-png", pdf, png});
+    QProcess render;
+    render.start("pdftoppm", {"-r", "36", "-singlefile", "-png", pdf, png});
+    if (!render.waitForFinished() || !render.readAllStandardError().isEmpty())
+        return -1;
     const QImage page = QImage(png + ".png").convertToFormat(QImage::Format_RGB32);
     int below = 0;
     for (int y = 0; y < page.height(); ++y) {
