@@ -235,8 +235,10 @@ bool CoverPdf::swapStandIns(QIODevice &in, QIODevice &out, const std::function<J
         if (dictionary.contains(QByteArrayView("/Width 8\n/Height 1\n"))
             && dictionary.contains(QByteArrayView("/Filter /FlateDecode\n")) && !dictionary.contains("/SMask")
             && !dictionary.contains("/Mask")) {
+            // qUncompress wants the inflated size first: 3 bytes a pixel.
             const qsizetype dataStart = dataAt + kStreamHead.size();
-            const QByteArray zipped = QByteArray("\0\0\0\x18", 4) + object.sliced(dataStart, dataEnd - dataStart).toByteArray();
+            const QByteArray zipped = QByteArray("\0\0\0\x18", 4)
+                + object.sliced(dataStart, dataEnd - dataStart).toByteArray();
             token = tokenOf(qUncompress(zipped));
         }
         if (!token)

@@ -95,9 +95,9 @@ void PdfListBuilder::appendBook(const Books &book)
         m_cursor.insertBlock(QTextBlockFormat(), body);
     }
     const QSize size = m_document.coverSize(book.pk);
+    const int pixelWidth = int(m_imageWidth * CoverDocument::kPixelsPerPoint);
     if (size.isValid())
-        CoverDocument::insertImage(m_cursor, CoverDocument::coverName(book.pk, int(m_imageWidth * CoverDocument::kPixelsPerPoint)),
-                                   size, m_imageWidth);
+        CoverDocument::insertImage(m_cursor, CoverDocument::coverName(book.pk, pixelWidth), size, m_imageWidth);
     else
         CoverDocument::insertImage(m_cursor, QLatin1String(CoverDocument::kPlaceholderName),
                                    CoverDocument::placeholder().size(), m_imageWidth);
