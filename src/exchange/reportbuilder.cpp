@@ -3,6 +3,7 @@
 #include "app/appstate.h"
 #include "model/bookstore.h"
 
+#include <QScopeGuard>
 #include <QTextBlockFormat>
 #include <QTextCharFormat>
 #include <QTextDocumentFragment>
@@ -118,6 +119,9 @@ void ReportBuilder::appendLine(const QString &line)
 
 bool ReportBuilder::step(int count)
 {
+    // One edit per batch, which the document stores far more compactly.
+    m_cursor.beginEditBlock();
+    const auto edited = qScopeGuard([this] { m_cursor.endEditBlock(); });
     if (m_next < 0) {
         m_charFormat.setForeground(Qt::black);
         m_charFormat.setFont(QFont(QStringLiteral("Arial")));
