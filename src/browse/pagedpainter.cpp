@@ -4,6 +4,8 @@
 #include <QPagedPaintDevice>
 #include <QTextDocument>
 
+#include <cmath>
+
 namespace tomewise {
 
 PagedPainter::PagedPainter(QTextDocument &document, QPagedPaintDevice &device)
@@ -12,10 +14,11 @@ PagedPainter::PagedPainter(QTextDocument &document, QPagedPaintDevice &device)
 {
 }
 
-bool PagedPainter::begin()
+bool PagedPainter::begin(bool losslessImages)
 {
     if (!m_painter.begin(&m_device))
         return false;
+    m_painter.setRenderHint(QPainter::LosslessImageRendering, losslessImages);
     // The document is in points; the device may count in its own dots.
     const double scale = m_device.logicalDpiX() / 72.0;
     m_painter.scale(scale, scale);
@@ -31,10 +34,14 @@ void PagedPainter::drawNextPage()
     if (m_next > 0)
         m_device.newPage();
     const QSizeF page = m_document.pageSize();
+    // The layout breaks pages on its 1/64 pt grid: an A4 page of 841.8 pt is
+    // 841.797 pt to it, and a page computed any other way drifts a line off
+    // in a few thousand pages.
+    const double height = std::trunc(page.height() * 64) / 64;
     m_painter.save();
-    m_painter.translate(0, -m_next * page.height());
+    m_painter.translate(0, -m_next * height);
     QAbstractTextDocumentLayout::PaintContext context;
-    context.clip = QRectF(0, m_next * page.height(), page.width(), page.height());
+    context.clip = QRectF(0, m_next * height, page.width(), height);
     m_painter.setClipRect(context.clip);
     m_document.documentLayout()->draw(&m_painter, context);
     m_painter.restore();

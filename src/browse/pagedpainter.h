@@ -16,7 +16,9 @@ public:
     PagedPainter(QTextDocument &document, QPagedPaintDevice &device);
 
     // False when the device cannot be drawn on (a file that cannot be made).
-    bool begin();
+    // With `losslessImages`, pictures reach a PDF with their pixels unchanged
+    // (the stand-ins of CoverPdf), not encoded again as JPEG.
+    bool begin(bool losslessImages = false);
     int pageCount() const { return m_pages; }
     int pagesDrawn() const { return m_next; }
     bool atEnd() const { return m_next >= m_pages; }

@@ -1,5 +1,6 @@
 #include "pdflistbuilder.h"
 
+#include "app/log.h"
 #include "browse/pagedpainter.h"
 #include "model/bookstore.h"
 
@@ -55,6 +56,7 @@ PdfListBuilder::PdfListBuilder(const GroupKindInfo &info, QList<Books> books, Bo
     , m_document(store)
     , m_cursor(&m_document)
 {
+    m_document.setPassThrough(true);
     if (m_books.isEmpty())
         qFatal("The PDF list of books was asked for with no book to list");
     m_document.setDocumentMargin(0);
@@ -93,9 +95,9 @@ void PdfListBuilder::appendBook(const Books &book)
         m_cursor.insertBlock(QTextBlockFormat(), body);
     }
     const QSize size = m_document.coverSize(book.pk);
+    const int pixelWidth = int(m_imageWidth * CoverDocument::kPixelsPerPoint);
     if (size.isValid())
-        CoverDocument::insertImage(m_cursor, CoverDocument::coverName(book.pk, int(m_imageWidth * kPixelsPerPoint)),
-                                   size, m_imageWidth);
+        CoverDocument::insertImage(m_cursor, CoverDocument::coverName(book.pk, pixelWidth), size, m_imageWidth);
     else
         CoverDocument::insertImage(m_cursor, QLatin1String(CoverDocument::kPlaceholderName),
                                    CoverDocument::placeholder().size(), m_imageWidth);
@@ -110,14 +112,24 @@ bool PdfListBuilder::beginFile(const QString &path, QString *error)
             *error = m_file->errorString();
         return false;
     }
-    m_writer = std::make_unique<QPdfWriter>(m_file.get());
+    QIODevice *pages = m_file.get();
+    if (m_document.passThrough()) {
+        m_standIns = std::make_unique<QTemporaryFile>();
+        if (!m_standIns->open()) {
+            m_standIns.reset();
+            m_document.setPassThrough(false);
+        } else {
+            pages = m_standIns.get();
+        }
+    }
+    m_writer = std::make_unique<QPdfWriter>(pages);
     m_writer->setTitle(QLatin1String(m_info.pdfTitle) + groupValueText(m_info, m_books.first()));
     m_writer->setCreator(QStringLiteral("Tomewise"));
     m_writer->setPageLayout(QPageLayout(QPageSize(kPageSize, QPageSize::Point), QPageLayout::Portrait,
                                         QMarginsF(0, 0, 0, 0), QPageLayout::Point));
     m_writer->setResolution(72);
     m_painter = std::make_unique<PagedPainter>(m_document, *m_writer);
-    if (!m_painter->begin()) {
+    if (!m_painter->begin(m_document.passThrough())) {
         if (error)
             *error = QStringLiteral("The PDF writer could not start");
         return false;
@@ -128,8 +140,12 @@ bool PdfListBuilder::beginFile(const QString &path, QString *error)
 PdfListBuilder::Step PdfListBuilder::step(int count, const QString &path, QString *error)
 {
     if (m_next < m_books.size()) {
+        // One edit per batch: the document keeps far less for it than for
+        // an edit per insertion (a tenth of the memory of a long list).
+        m_cursor.beginEditBlock();
         for (int i = 0; i < count && m_next < m_books.size(); ++i)
             appendBook(m_books[m_next++]);
+        m_cursor.endEditBlock();
         return Step::More;
     }
     if (!m_painter && !beginFile(path, error))
@@ -138,13 +154,42 @@ PdfListBuilder::Step PdfListBuilder::step(int count, const QString &path, QStrin
         m_painter->drawNextPage();
     if (!m_painter->atEnd())
         return Step::More;
-    const bool drawn = m_painter->end();
-    if (!drawn || !m_file->commit()) {
-        if (error)
-            *error = drawn ? m_file->errorString() : QStringLiteral("The PDF writer could not finish");
+    if (!finishFile(error))
         return Step::Failed;
-    }
+    if (!m_file)
+        return Step::More; // drawn again with decoded covers
     return Step::Done;
+}
+
+bool PdfListBuilder::finishFile(QString *error)
+{
+    if (!m_painter->end()) {
+        if (error)
+            *error = QStringLiteral("The PDF writer could not finish");
+        return false;
+    }
+    if (m_standIns) {
+        QString why;
+        m_standIns->seek(0);
+        if (!m_document.swapStandIns(*m_standIns, *m_file, &why)) {
+            // Never a file with stand-ins in it: the pages again, the slow way.
+            qCWarning(lcBrowse).noquote() << "PDF covers could not be put in as they are stored:" << why;
+            m_file->cancelWriting();
+            m_painter.reset();
+            m_writer.reset();
+            m_standIns.reset();
+            m_file.reset();
+            m_document.setPassThrough(false);
+            return true;
+        }
+        m_standIns.reset();
+    }
+    if (!m_file->commit()) {
+        if (error)
+            *error = m_file->errorString();
+        return false;
+    }
+    return true;
 }
 
 bool PdfListBuilder::write(const QString &path, QString *error)

@@ -5,6 +5,7 @@
 #include "model/books.h"
 
 #include <QSaveFile>
+#include <QTemporaryFile>
 #include <QTextCursor>
 
 #include <memory>
@@ -27,7 +28,6 @@ public:
     static constexpr int kBatch = 100;
     static constexpr double kScreenWidth = 390; // the phone's view, in points
     static constexpr QSizeF kPageSize{595.2, 841.8};
-    static constexpr double kPixelsPerPoint = 2; // covers at 144 dpi: sharp on paper, small in the file
     static constexpr auto kDocumentsEnv = "TOMEWISE_DOCUMENTS_DIR";
 
     // An empty list is a fatal error: the title is read from the first book.
@@ -53,6 +53,7 @@ public:
 private:
     void appendBook(const Books &book);
     bool beginFile(const QString &path, QString *error);
+    bool finishFile(QString *error);
 
     const GroupKindInfo &m_info;
     QList<Books> m_books;
@@ -61,6 +62,8 @@ private:
     QTextCursor m_cursor;
     qsizetype m_next = 0;
     std::unique_ptr<QSaveFile> m_file;
+    // The pages with stand-ins for the covers, until they are swapped into m_file.
+    std::unique_ptr<QTemporaryFile> m_standIns;
     std::unique_ptr<QPdfWriter> m_writer;
     std::unique_ptr<PagedPainter> m_painter;
 };

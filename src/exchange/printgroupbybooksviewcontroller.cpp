@@ -1,7 +1,6 @@
 #include "printgroupbybooksviewcontroller.h"
 
 #include "app/log.h"
-#include "browse/pagedpainter.h"
 #include "exchange/reportbuilder.h"
 
 #include <QApplication>
@@ -121,14 +120,10 @@ bool PrintGroupByBooksViewController::printTo(QPrinter &printer)
     document.setDocumentMargin(0);
     // The printer's margins frame the page; the report fills what is inside.
     document.setPageSize(printer.pageLayout().paintRect(QPageLayout::Point).size());
-    PagedPainter painter(document, printer);
-    if (!painter.begin()) {
+    if (!document.print(printer)) {
         qCWarning(lcExchange).noquote() << "The printer could not start";
         return false;
     }
-    while (!painter.atEnd())
-        painter.drawNextPage();
-    painter.end();
     qCInfo(lcExchange).noquote() << "Image is Printed";
     return true;
 }

@@ -3,6 +3,7 @@
 #include "app/appstate.h"
 #include "model/bookstore.h"
 
+#include <QScopeGuard>
 #include <QTextBlockFormat>
 #include <QTextCharFormat>
 #include <QTextDocumentFragment>
@@ -26,6 +27,9 @@ ReportBuilder::ReportBuilder(BookStore &store, double textViewWidth)
     , m_cursor(&m_document)
 {
     m_document.setDefaultFont(QFont(QStringLiteral("Arial"), 17));
+    // No cover is drawn wider than the text; the names stay plain for the
+    // view, which shows the same covers.
+    m_document.setMaxPixelWidth(int(textViewWidth * CoverDocument::kPixelsPerPoint));
 }
 
 std::optional<GroupKind> ReportBuilder::kindOfCallingScreen(const QString &callingScreen)
@@ -115,6 +119,9 @@ void ReportBuilder::appendLine(const QString &line)
 
 bool ReportBuilder::step(int count)
 {
+    // One edit per batch, which the document stores far more compactly.
+    m_cursor.beginEditBlock();
+    const auto edited = qScopeGuard([this] { m_cursor.endEditBlock(); });
     if (m_next < 0) {
         m_charFormat.setForeground(Qt::black);
         m_charFormat.setFont(QFont(QStringLiteral("Arial")));

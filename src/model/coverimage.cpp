@@ -89,15 +89,15 @@ QString CoverImage::notAPicture()
     return QStringLiteral("This is not a JPEG or PNG picture.");
 }
 
-CoverImage::Decoded CoverImage::decode(const QByteArray &bytes)
+CoverImage::Decoded CoverImage::decode(const QByteArray &bytes, int maxWidth)
 {
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
-    return decode(buffer);
+    return decode(buffer, maxWidth);
 }
 
-CoverImage::Decoded CoverImage::decode(QIODevice &device)
+CoverImage::Decoded CoverImage::decode(QIODevice &device, int maxWidth)
 {
     const char *format = formatOf(device.peek(8));
     if (!format)
@@ -130,8 +130,13 @@ CoverImage::Decoded CoverImage::decode(QIODevice &device)
                                   .arg(declared.width())
                                   .arg(declared.height())};
         }
+        QSize target = declared;
         if (pixels > kWholePixels)
-            reader.setScaledSize(declared.scaled(kScaledSide, kScaledSide, Qt::KeepAspectRatio));
+            target = declared.scaled(kScaledSide, kScaledSide, Qt::KeepAspectRatio);
+        if (maxWidth > 0 && target.width() > maxWidth)
+            target = QSize(maxWidth, qMax(1, int(qint64(target.height()) * maxWidth / target.width())));
+        if (target != declared)
+            reader.setScaledSize(target);
         QImage image = reader.read();
         if (image.isNull())
             return {QImage(), QStringLiteral("This picture is damaged and cannot be read.")};

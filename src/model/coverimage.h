@@ -44,8 +44,10 @@ public:
     // "jpeg" or "png" when the bytes start as one, else null.
     static const char *formatOf(QByteArrayView head);
 
-    static Decoded decode(const QByteArray &bytes);
-    static Decoded decode(QIODevice &device);
+    // With `maxWidth`, a wider picture is read scaled down to it (a JPEG by
+    // the decoder's own DCT scaling, far cheaper than a whole decode).
+    static Decoded decode(const QByteArray &bytes, int maxWidth = 0);
+    static Decoded decode(QIODevice &device, int maxWidth = 0);
     static Decoded decodeFile(const QString &path);
 
     static QString notAPicture();

@@ -1,6 +1,7 @@
 // The PDF list of books: read back from real files with poppler's tools.
 #include "browse/groupbreakdowntableviewcontroller.h"
 #include "browse/grouptableviewcontroller.h"
+#include "browse/pagedpainter.h"
 #include "browse/pdflistbuilder.h"
 #include "support/imagefixtures.h"
 #include "support/logcapture.h"
@@ -8,8 +9,14 @@
 #include "support/testapp.h"
 
 #include <QDir>
+#include <QPageLayout>
+#include <QPdfWriter>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextCursor>
 
 using namespace tomewise;
 using namespace tomewise::test;
@@ -49,7 +56,41 @@ std::unique_ptr<GroupBreakdownTableViewController> breakdownOf(TestApp &t, Group
 
 const QSize kPlaceholder(240, 360);
 const QSize kCover(250, 360);
-const QSize kCoverInList(130, 187); // decoded at twice the 65 points it is drawn
+const QSize kScaledCover(130, 187); // twice the 65 points a cover is drawn
+
+QImage solid(QSize size, QColor colour, QImage::Format format = QImage::Format_RGB32)
+{
+    QImage image(size, format);
+    image.fill(colour);
+    return image;
+}
+
+// Pixels of `colour` below the text of the first page, rendered at 36 dpi;
+// -1 when the reader had to repair the file.
+int renderedPixels(const QString &pdf, QColor colour)
+{
+    QTemporaryDir dir;
+    const QString png = dir.filePath("page");
+    QProcess render;
+    render.start("pdftoppm", {"-r", "36", "-singlefile", "-png", pdf, png});
+    if (!render.waitForFinished() || !render.readAllStandardError().isEmpty())
+        return -1;
+    const QImage page = QImage(png + ".png").convertToFormat(QImage::Format_RGB32);
+    int below = 0;
+    for (int y = 0; y < page.height(); ++y) {
+        for (int x = 0; x < page.width(); ++x)
+            below = qGray(page.pixel(x, y)) < 50 ? y + 1 : below;
+    }
+    int count = 0;
+    for (int y = below; y < page.height(); ++y) {
+        for (int x = 0; x < page.width(); ++x) {
+            const QColor c = page.pixelColor(x, y);
+            count += qAbs(c.red() - colour.red()) < 12 && qAbs(c.green() - colour.green()) < 12
+                && qAbs(c.blue() - colour.blue()) < 12;
+        }
+    }
+    return count;
+}
 
 } // namespace
 
@@ -136,7 +177,7 @@ private Q_SLOTS:
         QVERIFY(pdfInfo(path).value("Pages").toInt() >= 2);
         QList<QSize> images = pdfImages(path);
         QCOMPARE(images.size(), 16);
-        QCOMPARE(images.count(kCoverInList), 1);
+        QCOMPARE(images.count(kCover), 1);
         QCOMPARE(images.count(kPlaceholder), 15);
 
         screen->setSearchText(QStringLiteral("plain 1"));
@@ -144,6 +185,76 @@ private Q_SLOTS:
         QCOMPARE(pdfImages(path).size(), 6); // "Plain 1", "Plain 10" .. "Plain 14"
         QVERIFY(!pdfText(path).contains("Covered"));
         QCOMPARE(QDir(m_documents.path()).entryList({"*.pdf"}).count(QStringLiteral("BookListByGenre.pdf")), 1);
+    }
+
+    // Whatever the stored picture, the file holds one no larger than the page
+    // needs, and a reader shows it in colour over the whole cover box.
+    void coverKinds_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QColor>("colour");
+        QTest::addColumn<QSize>("inFile");
+        const QColor red(200, 40, 40), grey(90, 90, 90);
+        QTest::newRow("JPEG as stored") << encode(solid(kCover, red), "JPEG") << red << kCover;
+        QTest::newRow("JPEG far too large") << encode(solid(kCover * 4, red), "JPEG") << red << kScaledCover;
+        QTest::newRow("grey JPEG") << encode(solid(kCover, grey, QImage::Format_Grayscale8), "JPEG") << grey
+                                   << kCover;
+        QTest::newRow("PNG") << encode(solid(kCover, red), "PNG") << red << kScaledCover;
+        QTest::newRow("PNG half transparent")
+            << encode(solid(kCover, QColor(0, 0, 0, 128), QImage::Format_ARGB32), "PNG") << QColor(127, 127, 127)
+            << kScaledCover;
+    }
+    void coverKinds()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QColor, colour);
+        QFETCH(QSize, inFile);
+        TestApp t;
+        const Books b = shelf(t, QStringLiteral("Only"), {}, bytes);
+        QTemporaryDir dir;
+        const QString path = dir.filePath("list.pdf");
+        QVERIFY(PdfListBuilder(groupKind(GroupKind::Rating), {b}, t.store()).write(path, nullptr));
+        QCOMPARE(pdfImages(path), QList<QSize>{inFile});
+        const double box = (65 * 36 / 72.0) * (65 * 1.44 * 36 / 72.0);
+        const int shown = renderedPixels(path, colour);
+        QVERIFY2(shown > 0.8 * box && shown < 1.2 * box, qPrintable(QString::number(shown)));
+    }
+
+    // Each page starts where the layout broke it, however many came before.
+    void pagesStayOnTheLayoutsGrid()
+    {
+        QTextDocument document;
+        document.setDocumentMargin(0);
+        document.setPageSize(QSizeF(300, 100.015)); // 1/64 pt grid: 0.015 pt off per page
+        QTextCursor cursor(&document);
+        QTextBlockFormat newPage;
+        newPage.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+        for (int i = 1; i <= 200; ++i) {
+            if (i > 1)
+                cursor.insertBlock(newPage);
+            cursor.insertText(QStringLiteral("P%1").arg(i));
+        }
+        QTemporaryDir dir;
+        const QString path = dir.filePath("pages.pdf");
+        QPdfWriter writer(path);
+        writer.setPageLayout(QPageLayout(QPageSize(document.pageSize(), QPageSize::Point), QPageLayout::Portrait,
+                                         QMarginsF(), QPageLayout::Point));
+        writer.setResolution(72);
+        PagedPainter painter(document, writer);
+        QVERIFY(painter.begin());
+        while (!painter.atEnd())
+            painter.drawNextPage();
+        QVERIFY(painter.end());
+        QProcess bbox;
+        bbox.start("pdftotext", {"-bbox", path, "-"});
+        QVERIFY(bbox.waitForFinished());
+        const QString html = QString::fromUtf8(bbox.readAllStandardOutput());
+        const QRegularExpression word(R"re(yMin="([\d.-]+)"[^>]*>(P1|P200)<)re");
+        QMap<QString, double> top;
+        for (const auto &m : word.globalMatch(html))
+            top[m.captured(2)] = m.captured(1).toDouble();
+        QCOMPARE(top.size(), 2);
+        QVERIFY2(qAbs(top["P200"] - top["P1"]) < 0.5, qPrintable(QString::number(top["P200"] - top["P1"])));
     }
 
     void failedWriteStillShares()
