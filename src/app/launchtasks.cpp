@@ -2,6 +2,7 @@
 
 #include "app/appdelegate.h"
 #include "app/log.h"
+#include "browse/booklistsource.h"
 #include "model/coverimage.h"
 
 #include <QBuffer>
@@ -107,16 +108,16 @@ bool prepareAhead(BookStore &store)
              "CREATE TRIGGER IF NOT EXISTS CoverReencodeAhead_update AFTER UPDATE ON BooksPictureImage "
              "BEGIN DELETE FROM CoverReencodeAhead WHERE book = OLD.book OR book = NEW.book; END",
              "CREATE TRIGGER IF NOT EXISTS CoverReencodeAhead_delete AFTER DELETE ON BooksPictureImage "
-             "BEGIN DELETE FROM CoverReencodeAhead WHERE book = OLD.book; END",
-             // The book lists' first show, latest read first with ties in store
-             // order, read straight off one index (made here, where the start
-             // writes anyway, rather than when a list opens).
-             "CREATE INDEX IF NOT EXISTS Books_dateRead_desc ON Books(dateRead DESC, pk)"}) {
+             "BEGIN DELETE FROM CoverReencodeAhead WHERE book = OLD.book; END"}) {
         if (!q.exec(QLatin1String(sql))) {
             qCWarning(lcStore).noquote() << q.lastError().text();
             return false;
         }
     }
+    // Made here, where the start writes anyway, rather than when a list first opens.
+    QString error;
+    if (!BookListSource::prepareIndexes(store, &error))
+        qCWarning(lcStore).noquote() << error;
     return true;
 }
 
