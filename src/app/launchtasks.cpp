@@ -138,28 +138,39 @@ QHash<qint64, bool> aheadKeys(BookStore &store, const QByteArray &codec)
     return keys;
 }
 
-QList<QByteArray> readAhead(BookStore &store, qint64 pk)
+// Both statements run once per cover: each is prepared once for the whole repair.
+QSqlQuery &prepared(BookStore &store, std::optional<QSqlQuery> &query, const char *sql)
 {
-    QSqlQuery q(store.database());
-    q.prepare(QStringLiteral("SELECT ahead FROM CoverReencodeAhead WHERE book = ?"));
+    if (!query) {
+        query.emplace(store.database());
+        query->prepare(QLatin1String(sql));
+    }
+    return *query;
+}
+
+QList<QByteArray> readAhead(BookStore &store, std::optional<QSqlQuery> &query, qint64 pk)
+{
+    QSqlQuery &q = prepared(store, query, "SELECT ahead FROM CoverReencodeAhead WHERE book = ?");
     q.addBindValue(pk);
     QList<QByteArray> covers;
     if (q.exec() && q.next()) {
         QDataStream in(q.value(0).toByteArray());
         in >> covers;
     }
+    q.finish();
     return covers;
 }
 
-StoreResult recordAhead(BookStore &store, qint64 pk, const QByteArray &codec, const QList<QByteArray> &ahead)
+StoreResult recordAhead(BookStore &store, std::optional<QSqlQuery> &query, qint64 pk, const QByteArray &codec,
+                        const QList<QByteArray> &ahead)
 {
     QByteArray blob;
     if (!ahead.isEmpty()) {
         QDataStream out(&blob, QIODevice::WriteOnly);
         out << ahead;
     }
-    QSqlQuery q(store.database());
-    q.prepare(QStringLiteral("INSERT OR REPLACE INTO CoverReencodeAhead (book, codec, ahead) VALUES (?, ?, ?)"));
+    QSqlQuery &q = prepared(store, query,
+                            "INSERT OR REPLACE INTO CoverReencodeAhead (book, codec, ahead) VALUES (?, ?, ?)");
     q.addBindValue(pk);
     q.addBindValue(QString::fromLatin1(codec));
     q.addBindValue(ahead.isEmpty() ? QVariant(QMetaType::fromType<QByteArray>()) : QVariant(blob));
@@ -259,7 +270,7 @@ void DateRepair::flushCovers()
         if (*job.result != job.bytes)
             written = logIfFailed(store.setCover(job.pk, job.result));
         if (written && job.settled && m_marksKept)
-            logIfFailed(recordAhead(store, job.pk, m_codec, job.ahead));
+            logIfFailed(recordAhead(store, m_recordAhead, job.pk, m_codec, job.ahead));
     }
     m_jobs.clear();
 }
@@ -311,13 +322,13 @@ bool DateRepair::runFor(qint64 budgetNs)
                 continue;
             }
             // This start's cover is known already: written without decoding.
-            QList<QByteArray> ahead = readAhead(store, book.pk);
+            QList<QByteArray> ahead = readAhead(store, m_readAhead, book.pk);
             if (!ahead.isEmpty()) {
                 const QByteArray cover = ahead.takeFirst();
                 if (logIfFailed(store.setCover(book.pk, cover))) {
                     ++m_counts.covers;
                     ++m_counts.fixedCovers;
-                    logIfFailed(recordAhead(store, book.pk, m_codec, ahead));
+                    logIfFailed(recordAhead(store, m_recordAhead, book.pk, m_codec, ahead));
                 }
                 continue;
             }
