@@ -47,6 +47,8 @@ void BookListController::search(BookWindowModel &model, const QString &text, con
     model.setCoverRevision(context().coverRevision());
     if (text.isEmpty()) {
         model.showAll();
+        // The list is shown: what a search compares is read while the user starts typing.
+        source().prepareSearch(attributes);
         return;
     }
     QString error;

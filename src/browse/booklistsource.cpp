@@ -287,6 +287,9 @@ bool readFolded(sqlite3 *db, const QStringList &columns, BookListSource::Folded 
 
 void BookListSource::prepareSearch(const QStringList &columns)
 {
+    // Dates are searched by day, not through the texts.
+    if (!std::all_of(columns.begin(), columns.end(), [](const QString &c) { return knownTextColumns().contains(c); }))
+        return;
     const QString file = m_store.database().databaseName();
     const auto mark = changeMark();
     if ((m_folded.columns == columns && m_folded.mark == mark) || file.isEmpty() || file.startsWith(u':')

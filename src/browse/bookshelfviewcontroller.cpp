@@ -102,7 +102,6 @@ void BookShelfViewController::fetch()
         }
         m_model.setKeys(*keys);
     }
-    source().prepareSearch(searchedAttributes());
     refilter();
 }
 
