@@ -65,6 +65,7 @@ TestCase {
 
         const notice = findChild(window.contentItem, "notice")
         tryCompare(notice, "shown", true)
+        shots.save(window, "shelf-" + data.tag + "-deleted")
         mouseClick(findChild(notice, "noticeAction"))
         tryCompare(view, "count", 3)
         compare(library.bookCount(), 3)
@@ -73,6 +74,7 @@ TestCase {
         verify(back.coverSource !== "")
         // The cover is read again from the store, not left blank.
         tryVerify(() => findChild(back, "coverImage") && findChild(back, "coverImage").status === Image.Ready)
+        shots.save(window, "shelf-" + data.tag + "-undone")
         window.back()
         wait(300)
     }
