@@ -178,24 +178,22 @@ int main(int argc, char *argv[])
                 jump = t.lap();
                 order = QStringLiteral("dateRead DESC");
             } else {
+                // A page of its own, as each visit to the list makes, timed to its first screen.
+                const auto openPage = [&](BookShelfViewController &page) {
+                    page.setMode(mode);
+                    page.viewDidLoad();
+                    t.start();
+                    page.viewWillAppear();
+                    readScreen(*page.model(), 0);
+                    return t.lap();
+                };
                 if (mode == u"az") {
                     // The first A-Z open files every title; later ones only read the order.
                     BookShelfViewController first(&app);
-                    first.setMode(mode);
-                    first.viewDidLoad();
-                    t.start();
-                    first.viewWillAppear();
-                    readScreen(*first.model(), 0);
-                    firstOpen = t.lap();
+                    firstOpen = openPage(first);
                 }
-                // A page of its own, as each visit to the list makes.
                 BookShelfViewController shelf(&app);
-                shelf.setMode(mode);
-                shelf.viewDidLoad();
-                t.start();
-                shelf.viewWillAppear();
-                readScreen(*shelf.model(), 0);
-                open = t.lap();
+                open = openPage(shelf);
                 // The texts a search compares are read off the user-interface thread
                 // while the list shows; a keystroke at once waits for the rest of them.
                 shelf.setSearchText(QStringLiteral("ok number 1"));
@@ -203,10 +201,7 @@ int main(int argc, char *argv[])
                 firstKey = t.lap();
                 // The same on a fresh page after a reader's pause: one keystroke's own work.
                 BookShelfViewController paused(&app);
-                paused.setMode(mode);
-                paused.viewDidLoad();
-                paused.viewWillAppear();
-                readScreen(*paused.model(), 0);
+                openPage(paused);
                 QThread::msleep(300);
                 t.start();
                 paused.setSearchText(QStringLiteral("ok number 1"));
