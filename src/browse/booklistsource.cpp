@@ -295,12 +295,13 @@ void BookListSource::prepareSearch(const QStringList &columns)
         return;
     const QString file = m_store.database().databaseName();
     const auto mark = changeMark();
-    if ((m_folded.columns == columns && m_folded.mark == mark) || file.isEmpty() || file.startsWith(u':')
-        || file.contains(QStringLiteral("mode=memory")))
+    // Another connection sees only what is committed: inside a transaction the texts are read here when asked.
+    sqlite3 *own = connection(m_store);
+    if ((m_folded.columns == columns && m_folded.mark == mark) || !own || !sqlite3_get_autocommit(own)
+        || file.isEmpty() || file.startsWith(u':') || file.contains(QStringLiteral("mode=memory")))
         return;
     if (m_pending.isValid())
         m_pending.waitForFinished();
-    // Its own connection reads what the store has committed, and the store commits each write.
     m_pending = QtConcurrent::run([file, columns, mark]() {
         auto folded = std::make_shared<Folded>();
         sqlite3 *db = nullptr;
