@@ -270,7 +270,8 @@ ScreenPage {
                     }
                     Menu {
                         id: cellMenu
-                        MenuItem { text: "delete"; onTriggered: ctl.deleteRow(cell.index) }
+                        objectName: "cellMenu"
+                        MenuItem { objectName: "cellMenuDelete"; text: "delete"; onTriggered: ctl.deleteRow(cell.index) }
                     }
                     contentItem: ColumnLayout {
                         spacing: 4

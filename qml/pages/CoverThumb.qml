@@ -34,6 +34,7 @@ Item {
     }
     Image {
         id: cover
+        objectName: "coverImage"
         anchors.fill: parent
         source: thumb.source
         sourceSize: Qt.size(240, 360)

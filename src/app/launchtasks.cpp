@@ -2,6 +2,7 @@
 
 #include "app/appdelegate.h"
 #include "app/log.h"
+#include "browse/booklistsource.h"
 #include "model/coverimage.h"
 
 #include <QBuffer>
@@ -107,16 +108,16 @@ bool prepareAhead(BookStore &store)
              "CREATE TRIGGER IF NOT EXISTS CoverReencodeAhead_update AFTER UPDATE ON BooksPictureImage "
              "BEGIN DELETE FROM CoverReencodeAhead WHERE book = OLD.book OR book = NEW.book; END",
              "CREATE TRIGGER IF NOT EXISTS CoverReencodeAhead_delete AFTER DELETE ON BooksPictureImage "
-             "BEGIN DELETE FROM CoverReencodeAhead WHERE book = OLD.book; END",
-             // The book lists' first show, latest read first with ties in store
-             // order, read straight off one index (made here, where the start
-             // writes anyway, rather than when a list opens).
-             "CREATE INDEX IF NOT EXISTS Books_dateRead_desc ON Books(dateRead DESC, pk)"}) {
+             "BEGIN DELETE FROM CoverReencodeAhead WHERE book = OLD.book; END"}) {
         if (!q.exec(QLatin1String(sql))) {
             qCWarning(lcStore).noquote() << q.lastError().text();
             return false;
         }
     }
+    // Made here, where the start writes anyway, rather than when a list first opens.
+    QString error;
+    if (!BookListSource::prepareIndexes(store, &error))
+        qCWarning(lcStore).noquote() << error;
     return true;
 }
 
@@ -137,28 +138,39 @@ QHash<qint64, bool> aheadKeys(BookStore &store, const QByteArray &codec)
     return keys;
 }
 
-QList<QByteArray> readAhead(BookStore &store, qint64 pk)
+// Both statements run once per cover: each is prepared once for the whole repair.
+QSqlQuery &prepared(BookStore &store, std::optional<QSqlQuery> &query, const char *sql)
 {
-    QSqlQuery q(store.database());
-    q.prepare(QStringLiteral("SELECT ahead FROM CoverReencodeAhead WHERE book = ?"));
+    if (!query) {
+        query.emplace(store.database());
+        query->prepare(QLatin1String(sql));
+    }
+    return *query;
+}
+
+QList<QByteArray> readAhead(BookStore &store, std::optional<QSqlQuery> &query, qint64 pk)
+{
+    QSqlQuery &q = prepared(store, query, "SELECT ahead FROM CoverReencodeAhead WHERE book = ?");
     q.addBindValue(pk);
     QList<QByteArray> covers;
     if (q.exec() && q.next()) {
         QDataStream in(q.value(0).toByteArray());
         in >> covers;
     }
+    q.finish();
     return covers;
 }
 
-StoreResult recordAhead(BookStore &store, qint64 pk, const QByteArray &codec, const QList<QByteArray> &ahead)
+StoreResult recordAhead(BookStore &store, std::optional<QSqlQuery> &query, qint64 pk, const QByteArray &codec,
+                        const QList<QByteArray> &ahead)
 {
     QByteArray blob;
     if (!ahead.isEmpty()) {
         QDataStream out(&blob, QIODevice::WriteOnly);
         out << ahead;
     }
-    QSqlQuery q(store.database());
-    q.prepare(QStringLiteral("INSERT OR REPLACE INTO CoverReencodeAhead (book, codec, ahead) VALUES (?, ?, ?)"));
+    QSqlQuery &q = prepared(store, query,
+                            "INSERT OR REPLACE INTO CoverReencodeAhead (book, codec, ahead) VALUES (?, ?, ?)");
     q.addBindValue(pk);
     q.addBindValue(QString::fromLatin1(codec));
     q.addBindValue(ahead.isEmpty() ? QVariant(QMetaType::fromType<QByteArray>()) : QVariant(blob));
@@ -258,7 +270,7 @@ void DateRepair::flushCovers()
         if (*job.result != job.bytes)
             written = logIfFailed(store.setCover(job.pk, job.result));
         if (written && job.settled && m_marksKept)
-            logIfFailed(recordAhead(store, job.pk, m_codec, job.ahead));
+            logIfFailed(recordAhead(store, m_recordAhead, job.pk, m_codec, job.ahead));
     }
     m_jobs.clear();
 }
@@ -310,13 +322,13 @@ bool DateRepair::runFor(qint64 budgetNs)
                 continue;
             }
             // This start's cover is known already: written without decoding.
-            QList<QByteArray> ahead = readAhead(store, book.pk);
+            QList<QByteArray> ahead = readAhead(store, m_readAhead, book.pk);
             if (!ahead.isEmpty()) {
                 const QByteArray cover = ahead.takeFirst();
                 if (logIfFailed(store.setCover(book.pk, cover))) {
                     ++m_counts.covers;
                     ++m_counts.fixedCovers;
-                    logIfFailed(recordAhead(store, book.pk, m_codec, ahead));
+                    logIfFailed(recordAhead(store, m_recordAhead, book.pk, m_codec, ahead));
                 }
                 continue;
             }

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QList>
 #include <QSet>
+#include <QSqlQuery>
 #include <QStringList>
 
 namespace tomewise {
@@ -70,6 +71,8 @@ private:
     QSet<qint64> m_withCover;
     QHash<qint64, std::optional<QDateTime>> m_days;
     QList<Job> m_jobs;
+    std::optional<QSqlQuery> m_readAhead;
+    std::optional<QSqlQuery> m_recordAhead;
 };
 
 // The whole repair at once.

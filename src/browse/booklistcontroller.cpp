@@ -47,6 +47,8 @@ void BookListController::search(BookWindowModel &model, const QString &text, con
     model.setCoverRevision(context().coverRevision());
     if (text.isEmpty()) {
         model.showAll();
+        // The list is shown: what a search compares is read while the user starts typing.
+        source().prepareSearch(attributes);
         return;
     }
     QString error;
@@ -63,11 +65,14 @@ void BookListController::deleteShownRow(BookWindowModel &model, int row)
     if (row < 0 || row >= model.rowCount())
         return;
     const Books book = model.book(row);
+    const auto mark = source().changeMark();
     const bool deleted = m_deleted.remove(context(), book);
     app().saveContext();
     model.removeShownRow(row);
-    if (deleted)
+    if (deleted) {
+        source().forgetKey(book.pk, mark);
         Q_EMIT rowDeleted(book.name.value_or(QString()));
+    }
 }
 
 void BookListController::undoDelete()

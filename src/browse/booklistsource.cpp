@@ -8,8 +8,10 @@
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QtConcurrent/QtConcurrentRun>
 
 #include <algorithm>
+#include <cstring>
 
 #include <sqlite3.h>
 
@@ -24,28 +26,21 @@ bool fail(const QSqlQuery &q, QString *error)
     return false;
 }
 
-bool isAscii(const QString &s)
-{
-    return std::all_of(s.begin(), s.end(), [](QChar c) { return c.unicode() < 0x80; });
-}
-
-QString likePattern(const QString &needle)
-{
-    QString escaped = needle;
-    escaped.replace(u'\\', QStringLiteral("\\\\")).replace(u'%', QStringLiteral("\\%")).replace(u'_', QStringLiteral("\\_"));
-    return u'%' + escaped + u'%';
-}
-
 // Runs a query of one or two integer columns on the store's own connection
 // through SQLite itself: a list's keys are many, and reading them through
 // QSqlQuery costs several times the query.
+sqlite3 *connection(BookStore &store)
+{
+    const QVariant handle = store.database().driver()->handle();
+    return handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0
+        ? *static_cast<sqlite3 *const *>(handle.data())
+        : nullptr;
+}
+
 bool scanIntegers(BookStore &store, const QString &sql, const QStringList &binds, std::vector<qint64> &first,
                   std::vector<qint64> *second, QString *error)
 {
-    const QVariant handle = store.database().driver()->handle();
-    sqlite3 *db = handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0
-        ? *static_cast<sqlite3 *const *>(handle.data())
-        : nullptr;
+    sqlite3 *db = connection(store);
     if (!db) {
         if (error)
             *error = QStringLiteral("The store has no SQLite connection");
@@ -100,6 +95,11 @@ std::optional<std::vector<qint64>> BookListSource::keys(const QList<SortDescript
         terms << s.attribute + (s.ascending ? QStringLiteral(" ASC") : QStringLiteral(" DESC"));
     }
     terms << QStringLiteral("pk");
+    // The index only speeds the order up: a store too busy to make it still gives its keys.
+    if (!m_indexed) {
+        m_indexed = true;
+        prepareIndexes(m_store);
+    }
     std::vector<qint64> out;
     if (!scanIntegers(m_store, QStringLiteral("SELECT pk FROM Books ORDER BY ") + terms.join(u','), {}, out, nullptr,
                       error))
@@ -174,14 +174,13 @@ std::optional<BookListSource::Sectioned> BookListSource::titleOrder(const TitleC
     if (!scanIntegers(m_store, QStringLiteral("SELECT book, section FROM BooksTitleKey ORDER BY sortKey, book"), {},
                       out.keys, &ranks, error))
         return std::nullopt;
-    // Rows of one letter share its one string.
-    QHash<qint64, QString> labels;
-    out.sections.reserve(qsizetype(ranks.size()));
+    // The order key starts with the rank, so each letter's rows come together.
+    out.sections.reserve(ranks.size());
+    qint64 last = -1;
     for (qint64 rank : ranks) {
-        auto it = labels.constFind(rank);
-        if (it == labels.constEnd())
-            it = labels.insert(rank, collation.sectionLabel(int(rank)));
-        out.sections.append(*it);
+        if (out.names.isEmpty() || rank != last)
+            out.names << collation.sectionLabel(int(last = rank));
+        out.sections.push_back(int(out.names.size()) - 1);
     }
     return out;
 }
@@ -202,31 +201,157 @@ std::optional<std::vector<qint64>> BookListSource::matching(const QStringList &a
         columns << a;
     }
     std::vector<qint64> out;
-    if (isAscii(needle)) {
-        // The store's LIKE folds ASCII case, which is all an ASCII text needs.
-        QStringList terms;
-        for (const auto &c : columns)
-            terms << c + QStringLiteral(" LIKE ?1 ESCAPE '\\'");
-        if (!scanIntegers(m_store, QStringLiteral("SELECT pk FROM Books WHERE ") + terms.join(QStringLiteral(" OR ")),
-                          {likePattern(needle)}, out, nullptr, error))
-            return std::nullopt;
-    } else {
-        // Other letters fold beyond what LIKE knows; compare them here.
-        QSqlQuery q(m_store.database());
-        q.setForwardOnly(true);
-        if (!q.exec(QStringLiteral("SELECT pk, ") + columns.join(u',') + QStringLiteral(" FROM Books")))
-            return fail(q, error), std::nullopt;
-        while (q.next()) {
-            for (int c = 1; c <= int(columns.size()); ++c) {
-                if (q.value(c).toString().toLower().contains(needle)) {
-                    out.push_back(q.value(0).toLongLong());
-                    break;
-                }
-            }
-        }
+    // A zero ends each attribute in the held texts, and no title holds one.
+    if (needle.contains(QChar(0)))
+        return out;
+    if ((m_folded.columns != columns || m_folded.mark != changeMark()) && !loadFolded(columns, error))
+        return std::nullopt;
+    // One pass over the texts: a hit names its book, and the search goes on
+    // from the next book.
+    const QByteArray pattern = needle.toUtf8();
+    const char *begin = m_folded.text.data();
+    const char *end = begin + m_folded.text.size();
+    for (const char *at = begin; at < end;) {
+        const void *hit = memmem(at, size_t(end - at), pattern.constData(), size_t(pattern.size()));
+        if (!hit)
+            break;
+        const auto offset = quint32(static_cast<const char *>(hit) - begin);
+        const auto next = std::upper_bound(m_folded.starts.begin(), m_folded.starts.end(), offset);
+        if (const qint64 key = m_folded.keys[size_t(next - m_folded.starts.begin()) - 1]; key >= 0)
+            out.push_back(key);
+        at = next == m_folded.starts.end() ? end : begin + *next;
     }
     std::sort(out.begin(), out.end());
     return out;
+}
+
+std::pair<qint64, qint64> BookListSource::changeMark()
+{
+    sqlite3 *db = connection(m_store);
+    if (!db)
+        return {-1, -1};
+    // Writes through this connection (triggers included), and commits by others.
+    qint64 version = -1;
+    sqlite3_stmt *stmt = nullptr;
+    if (sqlite3_prepare_v2(db, "PRAGMA data_version", -1, &stmt, nullptr) == SQLITE_OK && sqlite3_step(stmt) == SQLITE_ROW)
+        version = sqlite3_column_int64(stmt, 0);
+    sqlite3_finalize(stmt);
+    return {sqlite3_total_changes64(db), version};
+}
+
+namespace {
+
+// Reads the columns of every book into one lower-cased text.
+bool readFolded(sqlite3 *db, const QStringList &columns, BookListSource::Folded &folded, QString *error)
+{
+    // In no order, so that the store can read a narrow index holding the columns rather than every row.
+    const QByteArray sql = "SELECT pk, " + columns.join(u',').toLatin1() + " FROM Books";
+    sqlite3_stmt *stmt = nullptr;
+    if (sqlite3_prepare_v2(db, sql.constData(), int(sql.size()), &stmt, nullptr) != SQLITE_OK) {
+        if (error)
+            *error = QString::fromUtf8(sqlite3_errmsg(db));
+        return false;
+    }
+    folded.columns = columns;
+    int rc;
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+        folded.keys.push_back(sqlite3_column_int64(stmt, 0));
+        folded.starts.push_back(quint32(folded.text.size()));
+        for (int c = 1; c <= int(columns.size()); ++c) {
+            const auto *bytes = reinterpret_cast<const char *>(sqlite3_column_text(stmt, c));
+            const int size = sqlite3_column_bytes(stmt, c);
+            const size_t from = folded.text.size();
+            folded.text.append(bytes ? bytes : "", size_t(size));
+            bool ascii = true;
+            for (size_t i = from; i < folded.text.size(); ++i) {
+                char &ch = folded.text[i];
+                if (uchar(ch) >= 0x80) {
+                    ascii = false;
+                    break;
+                }
+                if (ch >= 'A' && ch <= 'Z')
+                    ch = char(ch + ('a' - 'A'));
+            }
+            // Other letters fold as Qt folds the search text.
+            if (!ascii) {
+                folded.text.resize(from);
+                folded.text.append(QString::fromUtf8(bytes, size).toLower().toStdString());
+            }
+            folded.text.push_back('\0');
+        }
+    }
+    sqlite3_finalize(stmt);
+    if (rc != SQLITE_DONE && error)
+        *error = QString::fromUtf8(sqlite3_errmsg(db));
+    return rc == SQLITE_DONE;
+}
+
+} // namespace
+
+void BookListSource::prepareSearch(const QStringList &columns)
+{
+    // Dates are searched by day, not through the texts.
+    if (!std::all_of(columns.begin(), columns.end(), [](const QString &c) { return knownTextColumns().contains(c); }))
+        return;
+    const QString file = m_store.database().databaseName();
+    const auto mark = changeMark();
+    // Another connection sees only what is committed: inside a transaction the texts are read here when asked.
+    sqlite3 *own = connection(m_store);
+    if ((m_folded.columns == columns && m_folded.mark == mark) || !own || !sqlite3_get_autocommit(own)
+        || file.isEmpty() || file.startsWith(u':') || file.contains(QStringLiteral("mode=memory")))
+        return;
+    if (m_pending.isValid())
+        m_pending.waitForFinished();
+    m_pending = QtConcurrent::run([file, columns, mark]() {
+        auto folded = std::make_shared<Folded>();
+        sqlite3 *db = nullptr;
+        if (sqlite3_open_v2(file.toUtf8().constData(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr)
+                == SQLITE_OK
+            && readFolded(db, columns, *folded, nullptr))
+            folded->mark = mark;
+        else
+            folded.reset();
+        sqlite3_close(db);
+        return folded;
+    });
+}
+
+bool BookListSource::loadFolded(const QStringList &columns, QString *error)
+{
+    // The texts read ahead serve when nothing was written since they were begun.
+    if (m_pending.isValid()) {
+        std::shared_ptr<Folded> ahead = m_pending.result();
+        m_pending = {};
+        if (ahead && ahead->columns == columns && ahead->mark == changeMark()) {
+            m_folded = std::move(*ahead);
+            return true;
+        }
+    }
+    m_folded = Folded();
+    sqlite3 *db = connection(m_store);
+    if (!db) {
+        if (error)
+            *error = QStringLiteral("The store has no SQLite connection");
+        return false;
+    }
+    Folded folded;
+    if (!readFolded(db, columns, folded, error))
+        return false;
+    folded.mark = changeMark();
+    m_folded = std::move(folded);
+    return true;
+}
+
+void BookListSource::forgetKey(qint64 key, std::pair<qint64, qint64> markBefore)
+{
+    // Only when the texts held all the store had before this one delete.
+    if (m_folded.mark != markBefore)
+        return;
+    for (qint64 &k : m_folded.keys) {
+        if (k == key)
+            k = -1;
+    }
+    m_folded.mark = changeMark();
 }
 
 std::optional<std::vector<qint64>> BookListSource::matchingDates(const QString &needle, const DateText &dates,
@@ -266,14 +391,13 @@ std::optional<std::vector<qint64>> BookListSource::matchingDates(const QString &
     return out;
 }
 
-std::vector<qint64> BookListSource::keep(const std::vector<qint64> &keys, const std::vector<qint64> &found)
+bool BookListSource::prepareIndexes(BookStore &store, QString *error)
 {
-    std::vector<qint64> out;
-    for (qint64 k : keys) {
-        if (std::binary_search(found.begin(), found.end(), k))
-            out.push_back(k);
-    }
-    return out;
+    // The newest-first lists, ties in store order, read straight off one index.
+    QSqlQuery q(store.database());
+    if (!q.exec(QStringLiteral("CREATE INDEX IF NOT EXISTS Books_dateRead_desc ON Books(dateRead DESC, pk)")))
+        return fail(q, error);
+    return true;
 }
 
 } // namespace tomewise

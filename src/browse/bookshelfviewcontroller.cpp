@@ -5,6 +5,14 @@
 
 namespace tomewise {
 
+namespace {
+const QStringList &searchedAttributes()
+{
+    static const QStringList attributes{QStringLiteral("name"), QStringLiteral("author")};
+    return attributes;
+}
+} // namespace
+
 BookShelfViewController::BookShelfViewController(AppDelegate *delegate, QObject *parent)
     : BookListController(delegate, parent)
 {
@@ -84,7 +92,7 @@ void BookShelfViewController::fetch()
             qCWarning(lcStore).noquote() << error;
             return;
         }
-        m_model.setKeys(sectioned->keys, sectioned->sections);
+        m_model.setKeys(sectioned->keys, sectioned->sections, sectioned->names);
     } else {
         // The pictures and the grid show the latest read first, as a shelf of recent reads.
         auto keys = source().keys({{QStringLiteral("dateRead"), false}}, &error);
@@ -99,7 +107,7 @@ void BookShelfViewController::fetch()
 
 void BookShelfViewController::refilter()
 {
-    search(m_model, m_searchText, {QStringLiteral("name"), QStringLiteral("author")});
+    search(m_model, m_searchText, searchedAttributes());
 }
 
 void BookShelfViewController::setSearchText(const QString &text)

@@ -14,23 +14,16 @@ BookWindowModel::BookWindowModel(QObject *parent)
 {
 }
 
-void BookWindowModel::setKeys(const std::vector<qint64> &keys, const QStringList &sections)
+void BookWindowModel::setKeys(const std::vector<qint64> &keys, const std::vector<int> &sections,
+                              const QStringList &names)
 {
     beginResetModel();
     m_all.clear();
     m_all.reserve(keys.size());
-    m_sectionNames.clear();
-    const bool sectioned = sections.size() == qsizetype(keys.size());
-    for (size_t i = 0; i < keys.size(); ++i) {
-        int section = -1;
-        if (sectioned) {
-            const QString &letter = sections[qsizetype(i)];
-            if (m_sectionNames.isEmpty() || m_sectionNames.constLast() != letter)
-                m_sectionNames.append(letter);
-            section = int(m_sectionNames.size()) - 1;
-        }
-        m_all.push_back({keys[i], section});
-    }
+    const bool sectioned = sections.size() == keys.size();
+    m_sectionNames = sectioned ? names : QStringList();
+    for (size_t i = 0; i < keys.size(); ++i)
+        m_all.push_back({keys[i], sectioned ? sections[i] : -1});
     m_filtered.clear();
     m_searching = false;
     m_held.clear();
@@ -44,9 +37,23 @@ void BookWindowModel::showOnly(const std::vector<qint64> &found)
 {
     beginResetModel();
     m_filtered.clear();
-    for (const Entry &e : m_all) {
-        if (std::binary_search(found.begin(), found.end(), e.pk))
-            m_filtered.push_back(e);
+    // Keys are small counting numbers: a mark per key picks the rows in one pass.
+    const qint64 top = found.empty() ? -1 : found.back();
+    if (top >= 0 && top <= qint64(m_all.size()) * 4 + 4096) {
+        std::vector<bool> marked(size_t(top) + 1);
+        for (qint64 k : found) {
+            if (k >= 0)
+                marked[size_t(k)] = true;
+        }
+        for (const Entry &e : m_all) {
+            if (e.pk >= 0 && e.pk <= top && marked[size_t(e.pk)])
+                m_filtered.push_back(e);
+        }
+    } else {
+        for (const Entry &e : m_all) {
+            if (std::binary_search(found.begin(), found.end(), e.pk))
+                m_filtered.push_back(e);
+        }
     }
     m_searching = true;
     endResetModel();

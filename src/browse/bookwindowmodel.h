@@ -43,8 +43,9 @@ public:
     // The store's cover revision, carried in each cover's image address so that a
     // changed cover is fetched again rather than taken from the image cache.
     void setCoverRevision(quint64 revision) { m_coverRevision = revision; }
-    // A fresh list: every key in order, with the section letter of each when the list has sections.
-    void setKeys(const std::vector<qint64> &keys, const QStringList &sections = {});
+    // A fresh list: every key in order, with, when the list has sections, the
+    // section of each as an index into `names`.
+    void setKeys(const std::vector<qint64> &keys, const std::vector<int> &sections = {}, const QStringList &names = {});
     // Shows only those of the list's keys that are among `found` (ascending), in the list's order.
     void showOnly(const std::vector<qint64> &found);
     void showAll();

@@ -4,6 +4,8 @@
 #include "support/testapp.h"
 
 #include <QAbstractItemModelTester>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -179,6 +181,64 @@ private Q_SLOTS:
         QCOMPARE(navigated.value(0).value(0).toString(), QStringLiteral("Detail"));
         QCOMPARE(t.app().state().currentBook.name, QStringLiteral("Émile"));
         QCOMPARE(t.app().state().callingScreen(), QStringLiteral("Master"));
+    }
+
+    // The search keeps what it compares between keystrokes; whatever changes
+    // the store in between must show in the next search.
+    void searchSeesTheStoreAsItIs_data()
+    {
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<QString>("search");
+        QTest::addColumn<QStringList>("expected");
+        QTest::newRow("renamed here") << "rename" << "quag" << QStringList{"Quagga"};
+        QTest::newRow("added here") << "add" << "zebra" << QStringList{"zebra", "Quiet zebra"};
+        QTest::newRow("renamed by another connection") << "other" << "quag" << QStringList{"Quagga"};
+        QTest::newRow("deleted while searching") << "delete" << "m" << QStringList{"Moby Dick", "Ångström", "Émile"};
+        QTest::newRow("never across title and author") << "" << "zebrawriter" << QStringList{};
+        QTest::newRow("never across two books") << "" << "1moby" << QStringList{};
+    }
+    void searchSeesTheStoreAsItIs()
+    {
+        QFETCH(QString, change);
+        QFETCH(QString, search);
+        QFETCH(QStringList, expected);
+        TestApp t;
+        fill(t);
+        BookShelfViewController shelf(&t.app());
+        shelf.setMode(QStringLiteral("grid"));
+        shelf.viewDidLoad();
+        shelf.viewWillAppear();
+        shelf.setSearchText(QStringLiteral("e"));
+        const QString db = t.store().database().databaseName();
+        if (change == u"rename" || change == u"other") {
+            Books zebra = t.allBooks().constLast();
+            for (const Books &b : t.allBooks()) {
+                if (b.name == u"zebra")
+                    zebra = b;
+            }
+            if (change == u"rename") {
+                zebra.name = QStringLiteral("Quagga");
+                QVERIFY(t.store().updateBook(zebra));
+            } else {
+                QSqlDatabase other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
+                other.setDatabaseName(db);
+                QVERIFY(other.open());
+                QSqlQuery q(other);
+                QVERIFY(q.exec(QStringLiteral("UPDATE Books SET name = 'Quagga' WHERE pk = %1").arg(zebra.pk)));
+            }
+        } else if (change == u"add") {
+            readOn(t, QStringLiteral("Quiet zebra"), QStringLiteral("Someone"), QDate(2019, 1, 1));
+        } else if (change == u"delete") {
+            shelf.deleteRow(2); // emma, read third-last
+            QCOMPARE(t.allBooks().size(), 7);
+        }
+        if (change == u"other")
+            QSqlDatabase::removeDatabase(QStringLiteral("other"));
+        // A delete leaves the list as it is; anything else comes back from the detail screen.
+        if (change != u"delete")
+            shelf.unwindToList();
+        shelf.setSearchText(search);
+        QCOMPARE(rows(shelf), expected);
     }
 
     // A list longer than the rows it keeps: every row reads right, and only a
