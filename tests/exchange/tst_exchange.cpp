@@ -1,9 +1,11 @@
 // The export file, its import, their screens and their commands.
+#include "app/launchtasks.h"
 #include "app/mainmenuviewcontroller.h"
 #include "exchange/exportfilewriter.h"
 #include "exchange/exportviewcontroller.h"
 #include "exchange/importfilereader.h"
 #include "exchange/importviewcontroller.h"
+#include "model/coverimage.h"
 #include "support/clirun.h"
 #include "support/imagefixtures.h"
 #include "support/logcapture.h"
@@ -14,6 +16,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
+#include <QImageWriter>
 #include <QSignalSpy>
 #include <QSqlQuery>
 #include <QTemporaryDir>
@@ -132,6 +135,20 @@ void importThroughScreen(AppDelegate &app, const QString &path, ImportViewContro
     Q_UNUSED(app);
 }
 
+// A JPEG as Qt's writer makes it, with the writer set up by `setUp`.
+QByteArray jpegOf(const QImage &image, const std::function<void(QImageWriter &)> &setUp = {})
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "jpeg");
+    writer.setQuality(90);
+    if (setUp)
+        setUp(writer);
+    writer.write(image);
+    return bytes;
+}
+
 } // namespace
 
 class TestExchange : public QObject
@@ -144,6 +161,8 @@ private Q_SLOTS:
     void exportButtonsAndAlert();
     void failedFetchIsReported();
     void coverField();
+    void reencodeMatchesQtsWriter_data();
+    void reencodeMatchesQtsWriter();
     void saveAndMail();
     void import_data();
     void import();
@@ -248,6 +267,50 @@ void TestExchange::coverField()
     b.pictureImage = QByteArray("not a picture");
     t.insert(b);
     QCOMPARE(exported(t).first, QByteArray("[TOMEWISE]\nA^^^^0^^^0^T^^0^0^^^0^0^^^\n"));
+}
+
+void TestExchange::reencodeMatchesQtsWriter_data()
+{
+    QTest::addColumn<QByteArray>("jpeg");
+    QTest::addColumn<double>("quality");
+    const QImage image = coverImage(QSize(125, 180), 5);
+    const QByteArray plain = jpegOf(image);
+    QByteArray noDensity = plain; // JFIF units 0: the density a new QImage has
+    noDensity[13] = 0;
+    QImage perCm = image;
+    perCm.setDotsPerMeterX(11800);
+    perCm.setDotsPerMeterY(5900);
+    // Exif saying "rotate 90": Qt's reader turns the picture.
+    const QByteArray exif = QByteArray::fromHex("ffe10022457869660000" "4d4d002a00000008" "0001"
+                                                "011200030000000100060000" "00000000");
+    QTest::newRow("export") << plain << 0.9;
+    QTest::newRow("start-up") << plain << 0.05;
+    QTest::newRow("grey") << jpegOf(image.convertToFormat(QImage::Format_Grayscale8)) << 0.9;
+    QTest::newRow("progressive") << jpegOf(image, [](QImageWriter &w) { w.setProgressiveScanWrite(true); }) << 0.9;
+    QTest::newRow("dots per cm") << jpegOf(perCm) << 0.9;
+    QTest::newRow("no density") << noDensity << 0.9;
+    QTest::newRow("cut short") << plain.first(plain.size() * 2 / 3) << 0.9;
+    QTest::newRow("comment") << jpegOf(image, [](QImageWriter &w) { w.setText(QStringLiteral("Title"), QStringLiteral("x")); })
+                             << 0.9;
+    QTest::newRow("exif") << QByteArray(plain).insert(2, exif) << 0.9;
+    QTest::newRow("odd size") << jpegOf(coverImage(QSize(33, 17), 1)) << 0.05;
+}
+
+void TestExchange::reencodeMatchesQtsWriter()
+{
+    QFETCH(QByteArray, jpeg);
+    QFETCH(double, quality);
+    const QImage decoded = CoverImage::decode(jpeg).image;
+    QVERIFY(!decoded.isNull());
+    QByteArray expected;
+    QBuffer buffer(&expected);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "jpeg");
+    writer.setQuality(qRound(quality * 100));
+    QVERIFY(writer.write(decoded));
+    // Byte for byte: stored covers, the start-up's table of covers ahead and
+    // export files all rely on one codec's output.
+    QCOMPARE(LaunchTasks::reencodeJpeg(jpeg, quality), expected);
 }
 
 void TestExchange::saveAndMail()
