@@ -169,6 +169,7 @@ private Q_SLOTS:
     void importingTwiceKeepsTheCount();
     void eachRecordIsSavedOnItsOwn_data();
     void eachRecordIsSavedOnItsOwn();
+    void overlongLineIsPassedOver_data();
     void overlongLineIsPassedOver();
     void importScreenStates();
     void roundTrip();
@@ -528,15 +529,27 @@ void TestExchange::eachRecordIsSavedOnItsOwn()
     QCOMPARE(t.allBooks().size(), saved);
 }
 
+void TestExchange::overlongLineIsPassedOver_data()
+{
+    QTest::addColumn<qint64>("chunk");
+    QTest::addColumn<qsizetype>("maxLine");
+    QTest::newRow("1 MB reads") << qint64(1 << 20) << ImportFileReader::kMaxLineBytes;
+    // Every line, the marker and the long one cross the edge of a read.
+    QTest::newRow("3-byte reads") << qint64(3) << qsizetype(16);
+}
+
 void TestExchange::overlongLineIsPassedOver()
 {
+    QFETCH(qint64, chunk);
+    QFETCH(qsizetype, maxLine);
     TestApp t;
     QByteArray file = "[TOMEWISE]\nA^^^^^^^^T\nB^^^^^^^^U^^^^^^^^^^";
-    file += QByteArray(ImportFileReader::kMaxLineBytes + 1, 'A');
+    file += QByteArray(maxLine + 1, 'A');
     file += "\nC^^^^^^^^V\n";
     QBuffer in(&file);
     in.open(QIODevice::ReadOnly);
     ImportFileReader reader(t.store(), t.app().dateText());
+    reader.setLimits(chunk, maxLine);
     reader.run(&in);
     QCOMPARE(std::pair(reader.inserted(), reader.failed()), std::pair(2, 1));
     QCOMPARE(reader.notSaved().value(0).line, 3);
