@@ -19,7 +19,7 @@ struct Outcome
     int wrongFile = 0;
     QList<int> counts;
     QList<qint64> notSavedLines;
-    qint64 books = -1;
+    std::optional<QList<tomewise::Books>> books;
     bool operator==(const Outcome &) const = default;
 };
 
@@ -40,7 +40,7 @@ Outcome import(const QByteArray &file, qint64 chunk, qsizetype maxLine)
     o.counts = {reader.inserted(), reader.updated(), reader.skipped(), reader.nameless(), reader.failed()};
     for (const auto &n : reader.notSaved())
         o.notSavedLines << n.line;
-    o.books = store.count(tomewise::FetchRequest{}).value_or(-1);
+    o.books = store.fetchBooks(tomewise::FetchRequest{});
     return o;
 }
 
