@@ -45,7 +45,7 @@ struct Codec
 // writer makes of that again.
 void setDensity(Codec &c)
 {
-    int dpmX = c.defaultDpmX, dpmY = c.defaultDpmY;
+    int dpmX = 0, dpmY = 0;
     if (c.in.density_unit == 1) {
         dpmX = int(100. * c.in.X_density / 2.54);
         dpmY = int(100. * c.in.Y_density / 2.54);
@@ -53,6 +53,11 @@ void setDensity(Codec &c)
         dpmX = int(100. * c.in.X_density);
         dpmY = int(100. * c.in.Y_density);
     }
+    // A QImage keeps its own density when it is given none.
+    if (dpmX == 0)
+        dpmX = c.defaultDpmX;
+    if (dpmY == 0)
+        dpmY = c.defaultDpmY;
     const qreal diffInch = qAbs(dpmX * 2.54 / 100. - qRound(dpmX * 2.54 / 100.))
         + qAbs(dpmY * 2.54 / 100. - qRound(dpmY * 2.54 / 100.));
     const qreal diffCm =

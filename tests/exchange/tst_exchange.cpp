@@ -273,6 +273,8 @@ void TestExchange::reencodeMatchesQtsWriter_data()
     const QByteArray plain = jpegOf(image);
     QByteArray noDensity = plain; // JFIF units 0: the density a new QImage has
     noDensity[13] = 0;
+    QByteArray zeroDensity = plain; // dots per inch, but 0 of them: the same
+    zeroDensity.replace(14, 4, QByteArray(4, 0));
     QImage perCm = image;
     perCm.setDotsPerMeterX(11800);
     perCm.setDotsPerMeterY(5900);
@@ -285,6 +287,7 @@ void TestExchange::reencodeMatchesQtsWriter_data()
     QTest::newRow("progressive") << jpegOf(image, [](QImageWriter &w) { w.setProgressiveScanWrite(true); }) << 0.9;
     QTest::newRow("dots per cm") << jpegOf(perCm) << 0.9;
     QTest::newRow("no density") << noDensity << 0.9;
+    QTest::newRow("zero density") << zeroDensity << 0.9;
     QTest::newRow("cut short") << plain.first(plain.size() * 2 / 3) << 0.9;
     QTest::newRow("comment") << jpegOf(image, [](QImageWriter &w) { w.setText(QStringLiteral("Title"), QStringLiteral("x")); })
                              << 0.9;

@@ -188,6 +188,10 @@ void TestCoverImage::hostileBytesRefusedWithinMemory_data()
     QTest::newRow("pdf") << kPdf;
     QTest::newRow("svg") << kSvg;
     QTest::newRow("png 60000 x 60000") << pngDeclaring(60000, 60000);
+    // A text chunk claiming 800 MB, which libpng would allocate and fill.
+    QByteArray hugeText = encode(coverImage(QSize(8, 8)), "PNG");
+    hugeText.chop(12);
+    QTest::newRow("png text chunk past the end") << hugeText + QByteArray::fromHex("30000000") + "tEXtdate:modify";
     QTest::newRow("jpeg 60000 x 60000") << jpegDeclaring(60000, 60000);
     QTest::newRow("progressive jpeg 20000 x 10000") << jpegDeclaring(20000, 10000, true);
 }
