@@ -4,6 +4,7 @@
 #include "app/log.h"
 #include "browse/booklistsource.h"
 #include "model/coverimage.h"
+#include "model/jpegreencoder.h"
 
 #include <QBuffer>
 #include <QCryptographicHash>
@@ -57,6 +58,8 @@ void seedReferenceLists(AppDelegate &app)
 
 std::optional<QByteArray> reencodeJpeg(const QByteArray &bytes, double quality)
 {
+    if (auto direct = JpegReencoder::reencode(bytes, qRound(quality * 100)))
+        return direct;
     const QImage image = CoverImage::decode(bytes).image;
     if (image.isNull())
         return std::nullopt;
@@ -82,9 +85,12 @@ QByteArray codecFingerprint()
         QBuffer buffer(&png);
         buffer.open(QIODevice::WriteOnly);
         probe.save(&buffer, "png");
-        const auto jpeg = reencodeJpeg(png, 0.05);
-        return QByteArray(qVersion()) + '/'
-            + QCryptographicHash::hash(jpeg.value_or(QByteArray()), QCryptographicHash::Sha1).toHex();
+        // Through both ways a cover is re-encoded: a PNG by Qt, a JPEG by libjpeg directly.
+        const QByteArray jpeg = reencodeJpeg(png, 0.05).value_or(QByteArray());
+        QCryptographicHash hash(QCryptographicHash::Sha1);
+        hash.addData(jpeg);
+        hash.addData(reencodeJpeg(jpeg, 0.05).value_or(QByteArray()));
+        return QByteArray(qVersion()) + '/' + hash.result().toHex();
     }();
     return fingerprint;
 }

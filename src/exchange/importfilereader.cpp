@@ -159,11 +159,11 @@ bool ImportFileReader::nextLine(QByteArray &line)
         while (end < 0 && m_device && !m_device->atEnd()) {
             // No record is this long; one that claims to be is passed over
             // rather than held.
-            overlong = overlong || m_buffer.size() - m_bufferPos > kMaxLineBytes;
+            overlong = overlong || m_buffer.size() - m_bufferPos > m_maxLineBytes;
             m_buffer.remove(0, overlong ? m_buffer.size() : m_bufferPos);
             m_bufferPos = 0;
             const qsizetype searched = m_buffer.size();
-            const QByteArray more = m_device->read(kChunk);
+            const QByteArray more = m_device->read(m_chunk);
             if (more.isEmpty())
                 break;
             m_buffer += more;
@@ -174,7 +174,7 @@ bool ImportFileReader::nextLine(QByteArray &line)
                 return false;
             end = m_buffer.size();
         }
-        overlong = overlong || end - m_bufferPos > kMaxLineBytes;
+        overlong = overlong || end - m_bufferPos > m_maxLineBytes;
         ++m_lineNumber;
         if (overlong) {
             m_bufferPos = end + 1;
@@ -293,7 +293,7 @@ bool ImportFileReader::step(int count)
         if (m_overlong > 0) {
             m_overlong = 0;
             ++m_failed;
-            notSaved(QString(), QString(), QStringLiteral("line longer than %1 MB").arg(kMaxLineBytes >> 20));
+            notSaved(QString(), QString(), QStringLiteral("line longer than %1 MB").arg(m_maxLineBytes >> 20));
             --n;
             continue;
         }

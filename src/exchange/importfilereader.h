@@ -67,6 +67,13 @@ public:
     // Called after each saved record with the number saved so far; returning
     // false stops the reader there, as a process ending would.
     void setSavedHook(std::function<bool(int)> hook) { m_savedHook = std::move(hook); }
+    // Smaller reads and a shorter longest line, so that a test or the fuzzer
+    // reaches the edges of both with small files; set before begin().
+    void setLimits(qint64 chunk, qsizetype maxLineBytes)
+    {
+        m_chunk = std::max<qint64>(chunk, 1);
+        m_maxLineBytes = std::max<qsizetype>(maxLineBytes, 0);
+    }
 
     int wrongFile() const { return m_wrongFile; }
     double progress() const;
@@ -87,6 +94,8 @@ public:
 
 private:
     static constexpr qint64 kChunk = 1 << 20;
+    qint64 m_chunk = kChunk;
+    qsizetype m_maxLineBytes = kMaxLineBytes;
 
     // The next line, normalised; false at the end of the file.
     bool nextLine(QByteArray &line);

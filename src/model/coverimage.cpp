@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QFile>
 #include <QImageReader>
+#include <QtEndian>
 
 #include <new>
 
@@ -21,6 +22,32 @@ void setAllocationLimitOnce()
         return true;
     }();
     Q_UNUSED(done);
+}
+
+// libpng allocates what a text or profile chunk declares before reading it,
+// so a few hundred bytes can ask for gigabytes: every chunk up to IEND must
+// fit in what the device holds. The device is left where it was.
+bool pngChunksFit(QIODevice &device)
+{
+    const qint64 start = device.pos();
+    const qint64 end = device.size();
+    bool fits = true;
+    for (qint64 pos = start + 8; pos + 8 <= end;) {
+        char header[8];
+        if (!device.seek(pos) || device.read(header, 8) != 8) {
+            fits = false;
+            break;
+        }
+        const qint64 length = qFromBigEndian<quint32>(header);
+        if (pos + 12 + length > end) {
+            fits = false;
+            break;
+        }
+        if (QByteArrayView(header + 4, 4) == "IEND")
+            break;
+        pos += 12 + length;
+    }
+    return device.seek(start) && fits;
 }
 
 } // namespace
@@ -104,6 +131,8 @@ CoverImage::Decoded CoverImage::decode(QIODevice &device, int maxWidth)
         return {QImage(), notAPicture()};
     const bool png = qstrcmp(format, "png") == 0;
     qint64 coefficients = 0;
+    if (png && !pngChunksFit(device))
+        return {QImage(), QStringLiteral("This picture is damaged and cannot be read.")};
     if (!png) {
         // Camera JPEGs carry at most a few 64 kB segments before the frame header.
         const auto bytes = jpegCoefficientBytes(device.peek(1024 * 1024));

@@ -165,6 +165,11 @@ private Q_SLOTS:
         QByteArray png = encode(coverImage(), "PNG");
         png[png.size() / 2] = char(png[png.size() / 2] ^ 0x55);
         QTest::newRow("png damaged") << png << QSize() << QStringLiteral("This picture is damaged and cannot be read.");
+        // A text chunk claiming 800 MB, which libpng would allocate and fill.
+        QByteArray hugeText = encode(coverImage(QSize(8, 8)), "PNG");
+        hugeText.chop(12);
+        QTest::newRow("png text chunk past the end") << hugeText + QByteArray::fromHex("30000000") + "tEXtdate:modify"
+                                                     << QSize() << QStringLiteral("This picture is damaged and cannot be read.");
         QTest::newRow("png 60000 x 60000") << pngDeclaring(60000, 60000) << QSize()
                                            << QStringLiteral("This picture is too large to use (60000 x 60000 pixels).");
         QTest::newRow("png 6000 x 8000, 16 bits") << pngDeclaring(6000, 8000, 16) << QSize()
