@@ -86,27 +86,38 @@ ScreenPage {
             border.color: "black"
             color: "white"
             clip: true
-            ScrollView {
+            Flickable {
+                id: flick
                 anchors.fill: parent
                 anchors.margins: 1
-                TextArea {
+                contentWidth: width
+                // The reader stays where they are while the report grows below.
+                contentHeight: fileTextView.contentHeight
+                boundsBehavior: Flickable.StopAtBounds
+                activeFocusOnTab: true
+                ScrollBar.vertical: ScrollBar {}
+                TapHandler { onTapped: flick.forceActiveFocus() }
+                Keys.onPressed: function(event) {
+                    const page = flick.height - 40
+                    const steps = { [Qt.Key_Up]: -40, [Qt.Key_Down]: 40, [Qt.Key_PageUp]: -page,
+                                    [Qt.Key_PageDown]: page, [Qt.Key_Space]: page,
+                                    [Qt.Key_Home]: -flick.contentHeight, [Qt.Key_End]: flick.contentHeight }
+                    if (!(event.key in steps))
+                        return
+                    const bottom = Math.max(0, flick.contentHeight - flick.height)
+                    flick.contentY = Math.max(0, Math.min(bottom, flick.contentY + steps[event.key]))
+                    event.accepted = true
+                }
+                DocumentView {
                     id: fileTextView
                     objectName: "FileTextView"
-                    readOnly: true
-                    wrapMode: TextEdit.Wrap
-                    textFormat: TextEdit.RichText
+                    // Drawn where the reader looks; the document scrolls beneath.
+                    y: flick.contentY
+                    width: flick.width
+                    height: flick.height
+                    contentY: flick.contentY
                     padding: 8
-                    background: null
-                    Connections {
-                        target: ctl
-                        // The reader stays where they are while the report grows below.
-                        function onFileTextAppended(html) {
-                            const cursor = fileTextView.cursorPosition
-                            const end = fileTextView.length
-                            fileTextView.insert(end, html)
-                            fileTextView.cursorPosition = cursor < end ? cursor : 0
-                        }
-                    }
+                    document: ctl.document
                 }
             }
         }

@@ -15,6 +15,7 @@
 #include "reference/ratingreferencelisttableviewcontroller.h"
 #include "reference/referencelistviewcontroller.h"
 #include "reference/seriesreferencelisttableviewcontroller.h"
+#include "exchange/documentview.h"
 #include "exchange/exportviewcontroller.h"
 #include "exchange/importviewcontroller.h"
 #include "exchange/printgroupbybooksviewcontroller.h"
@@ -79,6 +80,7 @@ void registerQmlTypes()
     qmlRegisterType<ExportViewController>(uri, 1, 0, "ExportViewController");
     qmlRegisterType<ImportViewController>(uri, 1, 0, "ImportViewController");
     qmlRegisterType<PrintGroupByBooksViewController>(uri, 1, 0, "PrintGroupByBooksViewController");
+    qmlRegisterType<DocumentView>(uri, 1, 0, "DocumentView");
     qmlRegisterUncreatableType<BookForm>(uri, 1, 0, "BookForm", QStringLiteral("Base of the book forms"));
     qmlRegisterType<NewBookViewController>(uri, 1, 0, "NewBookViewController");
     qmlRegisterType<DetailViewController>(uri, 1, 0, "DetailViewController");

@@ -38,6 +38,12 @@ void PrintGroupByBooksViewController::viewDidLoad()
     QString error;
     if (!m_builder->fetch(app().state().callingScreen(), app().state(), &error))
         qCWarning(lcExchange).noquote() << error;
+    Q_EMIT documentChanged();
+}
+
+QTextDocument *PrintGroupByBooksViewController::document() const
+{
+    return m_builder ? &m_builder->document() : nullptr;
 }
 
 qsizetype PrintGroupByBooksViewController::bookCount() const
@@ -85,7 +91,6 @@ void PrintGroupByBooksViewController::CreateFileButtonTapped()
 void PrintGroupByBooksViewController::buildNextBatch()
 {
     const bool more = m_builder->step(ReportBuilder::kBatch);
-    Q_EMIT fileTextAppended(m_builder->takeNewHtml());
     if (more) {
         Q_EMIT progressChanged();
         // Back to the event loop between batches, so the screen stays live.

@@ -6,6 +6,7 @@
 #include <memory>
 
 class QPrinter;
+class QTextDocument;
 
 namespace tomewise {
 
@@ -19,6 +20,8 @@ class PrintGroupByBooksViewController : public ScreenController
 {
     Q_OBJECT
     Q_PROPERTY(QString FileTextView READ fileTextView NOTIFY fileTextViewChanged) // its plain text
+    // The report as it grows, a batch of books at a time.
+    Q_PROPERTY(QTextDocument *document READ document NOTIFY documentChanged)
     Q_PROPERTY(bool CreateFileButtonHidden READ createFileButtonHidden NOTIFY builtChanged)
     Q_PROPERTY(bool built READ isBuilt NOTIFY builtChanged)
     Q_PROPERTY(bool busy READ busy NOTIFY progressChanged)
@@ -39,6 +42,7 @@ public:
     double progress() const;
     QString progressText() const;
 
+    QTextDocument *document() const;
     qsizetype bookCount() const;
     QString plainText() const;
     void setPrintDialog(PrintDialog dialog) { m_printDialog = std::move(dialog); }
@@ -54,9 +58,7 @@ public:
 
 Q_SIGNALS:
     void fileTextViewChanged();
-    // The view shows the report as it grows, a batch of books at a time,
-    // rather than laying out the whole of a long report in one go.
-    void fileTextAppended(const QString &html);
+    void documentChanged();
     void builtChanged();
     void progressChanged();
 

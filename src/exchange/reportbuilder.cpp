@@ -6,7 +6,6 @@
 #include <QScopeGuard>
 #include <QTextBlockFormat>
 #include <QTextCharFormat>
-#include <QTextDocumentFragment>
 
 namespace tomewise {
 
@@ -151,15 +150,6 @@ bool ReportBuilder::step(int count)
         appendLine(QString());
     }
     return m_next < m_books.size();
-}
-
-QString ReportBuilder::takeNewHtml()
-{
-    QTextCursor range(&m_document);
-    range.setPosition(m_shownUpTo);
-    range.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
-    m_shownUpTo = range.position();
-    return QTextDocumentFragment(range).toHtml();
 }
 
 void ReportBuilder::buildAll()

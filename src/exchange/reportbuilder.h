@@ -40,8 +40,6 @@ public:
     qsizetype booksDone() const { return m_next; }
 
     CoverDocument &document() { return m_document; }
-    // The rich text added since the last call, for a view that grows with the report.
-    QString takeNewHtml();
     const QString &plainText() const { return m_plain; }
 
     // A book's lines for a report of this kind (none: the complete list).
@@ -60,7 +58,6 @@ private:
     QTextBlockFormat m_blockFormat;
     QString m_plain;
     qsizetype m_next = -1; // -1: the title is still to come
-    int m_shownUpTo = 0;
 };
 
 } // namespace tomewise
