@@ -2,10 +2,9 @@
 // summary with its counts, counting afresh when it shows again, opening a
 // breakdown of 1,000 books to its first screenful, and one search keystroke,
 // each beside the same SQL timed inside the sqlite3 shell in the same run.
-#include "app/appdelegate.h"
+#include "benchlibrary.h"
 #include "browse/groupbreakdowntableviewcontroller.h"
 #include "browse/grouptableviewcontroller.h"
-#include "platform/recordingplatform.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -100,22 +99,14 @@ QString shellSummarySql(const GroupKindInfo &k)
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    QList<int> sizes;
-    for (const auto &a : application.arguments().mid(1))
-        sizes << a.toInt();
-    if (sizes.isEmpty())
-        sizes = {10000, 100000};
+    const QList<int> sizes = benchlib::librarySizes(argc, argv);
     const QString sqlite = QStandardPaths::findExecutable(QStringLiteral("sqlite3"));
     qputenv("TZ", "America/New_York"); // the shell's localtime matches the app's zone
 
     for (int count : sizes) {
         QTemporaryDir dir;
-        AppDelegate::Options options;
-        options.dataDirectory = dir.path();
-        options.locale = QStringLiteral("en_US");
-        options.timeZone = "America/New_York";
-        options.platform = std::make_unique<RecordingPlatform>();
-        AppDelegate app(std::move(options));
+        const auto owner = benchlib::benchApp(dir.path());
+        AppDelegate &app = *owner;
         fill(app, count);
         app.persistentContainer().saveContext();
         const QString file = dir.filePath(QLatin1String(AppDelegate::kStoreFileName));

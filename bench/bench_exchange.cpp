@@ -4,6 +4,7 @@
 // the same file for the import. Each phase runs in a child process of its own
 // so that its peak memory (VmHWM) is its own: usage bench_exchange [BOOKS...]
 // (or one phase alone: --library DIR BOOKS, --export DIR FILE, --import DIR FILE).
+#include "benchlibrary.h"
 #include "exchange/exportfilewriter.h"
 #include "exchange/importfilereader.h"
 #include "plainjpeg.h"
@@ -44,13 +45,7 @@ double peakMegabytes()
 
 std::unique_ptr<AppDelegate> openApp(const QString &dir)
 {
-    AppDelegate::Options options;
-    options.dataDirectory = dir;
-    options.locale = QStringLiteral("en_US");
-    options.timeZone = "America/New_York";
-    options.platform = std::make_unique<RecordingPlatform>();
-    options.delayScale = 0;
-    return std::make_unique<AppDelegate>(std::move(options));
+    return benchlib::benchApp(dir, 0);
 }
 
 QList<QByteArray> covers()

@@ -2,11 +2,10 @@
 // a jump to the middle (the A-Z index to "M", a scroll to the middle row) and
 // the memory it takes, beside the sqlite3 shell running the same window
 // query: usage bench_list [BOOKS...]
-#include "app/appdelegate.h"
+#include "benchlibrary.h"
 #include "browse/booklistsource.h"
 #include "browse/bookshelfviewcontroller.h"
 #include "browse/liststyletableviewcontroller.h"
-#include "platform/recordingplatform.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -134,22 +133,14 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const QString sqlite = QStandardPaths::findExecutable(QStringLiteral("sqlite3"));
-    QList<int> counts;
-    for (int i = 1; i < argc; ++i)
-        counts << QString::fromLatin1(argv[i]).toInt();
-    if (counts.isEmpty())
-        counts = {10000, 100000};
+    const QList<int> counts = benchlib::librarySizes(argc, argv);
     std::printf("Each figure: wall ms / this thread's processor ms.\n");
     std::printf("%7s  %-9s %13s %13s %13s %8s %11s\n", "books", "list", "open", "keystroke", "jump", "list MB",
                 "sqlite3 ms");
     for (int count : counts) {
         QTemporaryDir dir;
-        AppDelegate::Options options;
-        options.dataDirectory = dir.path();
-        options.locale = QStringLiteral("en_US");
-        options.timeZone = "America/New_York";
-        options.platform = std::make_unique<RecordingPlatform>();
-        AppDelegate app(std::move(options));
+        const auto owner = benchlib::benchApp(dir.path());
+        AppDelegate &app = *owner;
         fill(app, count);
         app.persistentContainer().saveContext();
         // The start-up makes the lists' indexes before any list opens.
