@@ -29,18 +29,10 @@ bool fail(const QSqlQuery &q, QString *error)
 // Runs a query of one or two integer columns on the store's own connection
 // through SQLite itself: a list's keys are many, and reading them through
 // QSqlQuery costs several times the query.
-sqlite3 *connection(BookStore &store)
-{
-    const QVariant handle = store.database().driver()->handle();
-    return handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0
-        ? *static_cast<sqlite3 *const *>(handle.data())
-        : nullptr;
-}
-
 bool scanIntegers(BookStore &store, const QString &sql, const QStringList &binds, std::vector<qint64> &first,
                   std::vector<qint64> *second, QString *error)
 {
-    sqlite3 *db = connection(store);
+    sqlite3 *db = store.nativeHandle();
     if (!db) {
         if (error)
             *error = QStringLiteral("The store has no SQLite connection");
@@ -227,7 +219,7 @@ std::optional<std::vector<qint64>> BookListSource::matching(const QStringList &a
 
 std::pair<qint64, qint64> BookListSource::changeMark()
 {
-    sqlite3 *db = connection(m_store);
+    sqlite3 *db = m_store.nativeHandle();
     if (!db)
         return {-1, -1};
     // Writes through this connection (triggers included), and commits by others.
@@ -296,7 +288,7 @@ void BookListSource::prepareSearch(const QStringList &columns)
     const QString file = m_store.database().databaseName();
     const auto mark = changeMark();
     // Another connection sees only what is committed: inside a transaction the texts are read here when asked.
-    sqlite3 *own = connection(m_store);
+    sqlite3 *own = m_store.nativeHandle();
     if ((m_folded.columns == columns && m_folded.mark == mark) || !own || !sqlite3_get_autocommit(own)
         || file.isEmpty() || file.startsWith(u':') || file.contains(QStringLiteral("mode=memory")))
         return;
@@ -328,7 +320,7 @@ bool BookListSource::loadFolded(const QStringList &columns, QString *error)
         }
     }
     m_folded = Folded();
-    sqlite3 *db = connection(m_store);
+    sqlite3 *db = m_store.nativeHandle();
     if (!db) {
         if (error)
             *error = QStringLiteral("The store has no SQLite connection");

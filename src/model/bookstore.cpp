@@ -3,9 +3,15 @@
 #include <QAtomicInt>
 #include <QHash>
 #include <QFileInfo>
+#include <QSqlDriver>
+#include <QMutex>
+#include <QThreadPool>
+#include <QWaitCondition>
 #include <QSqlError>
 
 #include <algorithm>
+
+#include <sqlite3.h>
 
 namespace tomewise {
 
@@ -133,7 +139,9 @@ BookStore::BookStore()
 
 BookStore::~BookStore()
 {
+    waitForCheckpoint();
     m_statements.clear();
+    finalizeNative();
     if (m_db.isValid()) {
         m_db.close();
         m_db = QSqlDatabase();
@@ -153,6 +161,7 @@ StoreResult BookStore::open(const QString &path, QString *userInfo, int busyTime
         if (userInfo)
             *userInfo = QStringLiteral("{path: %1, reason: %2}").arg(path, reason);
         m_statements.clear();
+        finalizeNative();
         if (m_db.isValid())
             m_db.close();
         return StoreResult{false, description};
@@ -238,6 +247,138 @@ StoreResult BookStore::write(const QString &sql, const QVariantList &binds, qint
         *insertId = q->lastInsertId().toLongLong();
     q->finish();
     return {};
+}
+
+StoreResult BookStore::execute(const QString &sql, const QVariantList &binds, int *changed)
+{
+    sqlite3 *db = nativeHandle();
+    if (!db) {
+        QString error;
+        QSqlQuery *q = run(sql, binds, &error);
+        if (!q) {
+            ++m_failedWrites;
+            return {false, error};
+        }
+        if (changed)
+            *changed = q->numRowsAffected();
+        q->finish();
+        return {};
+    }
+    auto failed = [&] {
+        ++m_failedWrites;
+        return StoreResult{false, QString::fromUtf8(sqlite3_errmsg(db))};
+    };
+    sqlite3_stmt *stmt = m_native.value(sql);
+    if (!stmt) {
+        const QByteArray text = sql.toUtf8();
+        if (sqlite3_prepare_v3(db, text.constData(), int(text.size()), SQLITE_PREPARE_PERSISTENT, &stmt, nullptr)
+            != SQLITE_OK)
+            return failed();
+        m_native.insert(sql, stmt);
+    }
+    // The values outlive the step: SQLite need not copy them.
+    for (int i = 0; i < binds.size(); ++i) {
+        const QVariant &v = binds[i];
+        const int at = i + 1;
+        if (v.isNull()) {
+            sqlite3_bind_null(stmt, at);
+            continue;
+        }
+        switch (v.typeId()) {
+        case QMetaType::Bool:
+        case QMetaType::Int:
+        case QMetaType::UInt:
+        case QMetaType::LongLong:
+        case QMetaType::ULongLong:
+            sqlite3_bind_int64(stmt, at, v.toLongLong());
+            break;
+        case QMetaType::Double:
+            sqlite3_bind_double(stmt, at, v.toDouble());
+            break;
+        case QMetaType::QByteArray: {
+            const QByteArray &bytes = *static_cast<const QByteArray *>(v.constData());
+            sqlite3_bind_blob64(stmt, at, bytes.constData(), sqlite3_uint64(bytes.size()), SQLITE_STATIC);
+            break;
+        }
+        default: {
+            const QByteArray text = v.toString().toUtf8();
+            sqlite3_bind_text64(stmt, at, text.constData(), sqlite3_uint64(text.size()), SQLITE_TRANSIENT, SQLITE_UTF8);
+            break;
+        }
+        }
+    }
+    int rc;
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+    }
+    const StoreResult result = rc == SQLITE_DONE ? StoreResult{} : failed();
+    if (rc == SQLITE_DONE && changed)
+        *changed = sqlite3_changes(db);
+    sqlite3_reset(stmt);
+    sqlite3_clear_bindings(stmt);
+    return result;
+}
+
+struct BookStore::Checkpoints
+{
+    QMutex mutex;
+    QWaitCondition idle;
+    quint64 asked = 0;
+    bool running = false;
+};
+
+void BookStore::checkpointInBackground()
+{
+    if (!m_checkpoints)
+        m_checkpoints = std::make_shared<Checkpoints>();
+    QMutexLocker lock(&m_checkpoints->mutex);
+    ++m_checkpoints->asked;
+    if (m_checkpoints->running)
+        return;
+    m_checkpoints->running = true;
+    QThreadPool::globalInstance()->start([c = m_checkpoints, file = m_path.toUtf8()] {
+        sqlite3 *db = nullptr;
+        if (sqlite3_open_v2(file.constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) == SQLITE_OK)
+            sqlite3_busy_timeout(db, kBusyTimeoutMs);
+        quint64 done = 0;
+        QMutexLocker held(&c->mutex);
+        while (done != c->asked) {
+            done = c->asked;
+            held.unlock();
+            // Passive: never in the way of the app's own reads and writes. A
+            // connection finds the log only once it has read the store.
+            sqlite3_exec(db, "SELECT 1 FROM sqlite_schema LIMIT 1", nullptr, nullptr, nullptr);
+            sqlite3_wal_checkpoint_v2(db, nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+            held.relock();
+        }
+        // Closed before anyone waiting goes on to remove the file.
+        sqlite3_close(db);
+        c->running = false;
+        c->idle.wakeAll();
+    });
+}
+
+void BookStore::waitForCheckpoint()
+{
+    if (!m_checkpoints)
+        return;
+    QMutexLocker lock(&m_checkpoints->mutex);
+    while (m_checkpoints->running)
+        m_checkpoints->idle.wait(&m_checkpoints->mutex);
+}
+
+void BookStore::finalizeNative()
+{
+    for (sqlite3_stmt *stmt : std::as_const(m_native))
+        sqlite3_finalize(stmt);
+    m_native.clear();
+}
+
+sqlite3 *BookStore::nativeHandle() const
+{
+    const QVariant handle = m_db.driver()->handle();
+    return handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0
+        ? *static_cast<sqlite3 *const *>(handle.data())
+        : nullptr;
 }
 
 QString BookStore::lastError(const QSqlQuery &q)

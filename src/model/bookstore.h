@@ -12,6 +12,9 @@
 #include <memory>
 #include <optional>
 
+struct sqlite3;
+struct sqlite3_stmt;
+
 namespace tomewise {
 
 // A name in one of the three reference lists (GenreList.genre, RatingList.rating,
@@ -93,6 +96,22 @@ public:
     // report success compares it before and after.
     int failedWrites() const { return m_failedWrites; }
 
+    // A statement of a caller's own bookkeeping tables, prepared once and
+    // counted like any write; `changed` gets the rows it changed. It runs on
+    // SQLite itself: a start-up runs one per cover, and QSqlQuery's binding
+    // costs more than the statement.
+    StoreResult execute(const QString &sql, const QVariantList &binds, int *changed = nullptr);
+    // Covers written by a statement of the caller's own.
+    void coversWritten() { ++m_coverRevision; }
+    // Copies the log back on a connection of its own, off this thread: after
+    // a start-up rewrote many covers, the menu need not wait for the copy.
+    // Asked while a copy runs, it copies once more after it.
+    void checkpointInBackground();
+    void waitForCheckpoint();
+    // SQLite itself, for reads of many rows that QSqlQuery would slow down;
+    // null when the driver is not SQLite's.
+    sqlite3 *nativeHandle() const;
+
     // Groups writes into one transaction (nested ones become savepoints).
     class Transaction
     {
@@ -126,6 +145,10 @@ private:
     QString m_path;
     QSqlDatabase m_db;
     QHash<QString, QSqlQuery> m_statements;
+    QHash<QString, sqlite3_stmt *> m_native;
+    struct Checkpoints;
+    std::shared_ptr<Checkpoints> m_checkpoints;
+    void finalizeNative();
     int m_transactionDepth = 0;
     int m_failedWrites = 0;
     quint64 m_coverRevision = 0;
