@@ -51,6 +51,9 @@ int main(int argc, char *argv[])
         timer.restart();
         menu.viewDidLoad();
         const double startupMs = double(timer.nsecsElapsed()) / 1e6;
+        // A process waits for the copy as it closes the store, before any next start.
+        t.store().waitForCheckpoint();
+        const double firstCopiedMs = double(timer.nsecsElapsed()) / 1e6;
 
         // The next launch of the unchanged library, with a fresh delegate as a new process has.
         auto next = t.relaunch();
@@ -58,12 +61,16 @@ int main(int argc, char *argv[])
         timer.restart();
         again.viewDidLoad();
         const double secondMs = double(timer.nsecsElapsed()) / 1e6;
+        // The menu is ready; the log is still being copied back into the file off its thread.
+        next->persistentContainer().waitForCheckpoint();
+        const double copiedMs = double(timer.nsecsElapsed()) / 1e6;
 
-        std::printf("%d books with covers: first start-up %.0f ms (%d covers re-encoded), second start-up %.0f ms "
-                    "(%d covers given their bytes, %d of them known from the first start without decoding); plain libjpeg-turbo loop %.0f ms (%zu bytes out); "
+        std::printf("%d books with covers: first start-up %.0f ms (%d covers re-encoded; log copied back by %.0f ms), second start-up %.0f ms "
+                    "(%d covers given their bytes, %d of them known from the first start without decoding; log copied back "
+                    "in the background by %.0f ms); plain libjpeg-turbo loop %.0f ms (%zu bytes out); "
                     "first / plain = %.2f, second / plain = %.2f\n",
-                    n, startupMs, menu.lastRepair().covers, secondMs, again.lastRepair().covers,
-                    again.lastRepair().fixedCovers, plainMs, total, startupMs / plainMs, secondMs / plainMs);
+                    n, startupMs, menu.lastRepair().covers, firstCopiedMs, secondMs, again.lastRepair().covers,
+                    again.lastRepair().fixedCovers, copiedMs, plainMs, total, startupMs / plainMs, secondMs / plainMs);
     }
     return 0;
 }

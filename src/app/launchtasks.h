@@ -6,6 +6,11 @@
 #include <QList>
 #include <QSet>
 #include <QSqlQuery>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <vector>
 #include <QStringList>
 
 namespace tomewise {
@@ -42,12 +47,35 @@ struct RepairCounts
 class DateRepair
 {
 public:
-    DateRepair(AppDelegate &app, QList<Books> bookList);
+    // Starts reading the books, in store order, off this thread.
+    explicit DateRepair(AppDelegate &app);
+    ~DateRepair();
+    DateRepair(const DateRepair &) = delete;
+    DateRepair &operator=(const DateRepair &) = delete;
     // Works until the time is up (nanoseconds; negative: to the end); true when all is done.
     bool runFor(qint64 budgetNs);
-    bool done() const { return m_next >= m_books.size(); }
-    double progress() const { return m_books.isEmpty() ? 1.0 : double(m_next) / double(m_books.size()); }
+    bool done() const { return m_allRead && m_next >= qsizetype(m_books.size()); }
+    double progress() const
+    {
+        return done() ? 1.0 : m_total > 0 ? std::min(1.0, double(m_next) / double(m_total)) : 0.0;
+    }
     const RepairCounts &counts() const { return m_counts; }
+
+    // What the repair reads of each book: the day and its key, whether the
+    // book is the only one with its title and author, and what is known of
+    // its cover's re-encodings.
+    struct Row
+    {
+        qint64 pk = 0;
+        int year = 0, month = 0, day = 0;
+        std::optional<qint64> dateRead; // seconds since the epoch
+        bool named = false;             // has both a title and an author
+        bool unique = false;            // ... and no other book has the same two
+        int step = -1;                  // re-encodings of the cover known and written; -1: none known
+        int steps = 0;                  // re-encodings known
+        bool open = false;              // the last known one is not yet a fixed point
+        bool maybeCover = true;         // false when the book is known to have no cover
+    };
 
 private:
     struct Job
@@ -56,27 +84,31 @@ private:
         QByteArray bytes;
         std::optional<QByteArray> result;
         bool settled = false;     // re-encoding comes back to the same bytes within a few starts
-        QList<QByteArray> ahead;  // what the starts after this one write, until then
+        QList<QByteArray> ahead;  // what the starts after this one write, in turn
     };
     void flushCovers();
+    void recordChain(const Job &job);
+    void finish();
+    // Takes the rows the reader has handed over since, waiting for some when
+    // asked to; false when none came.
+    bool take(bool wait);
+    struct Feed;
 
     AppDelegate &m_app;
-    QList<Books> m_books;
+    std::shared_ptr<Feed> m_feed;
+    bool m_allRead = false;
+    qsizetype m_total = 0;
+    std::vector<Row> m_books;
     qsizetype m_next = 0;
     RepairCounts m_counts;
-    QHash<std::pair<QString, QString>, int> m_matches;
-    QByteArray m_codec;
-    bool m_marksKept = false;
-    QHash<qint64, bool> m_ahead; // books whose next covers are known: true when settled
-    QSet<qint64> m_withCover;
+    bool m_chainsKept = false;
+    bool m_finished = false;
     QHash<qint64, std::optional<QDateTime>> m_days;
     QList<Job> m_jobs;
-    std::optional<QSqlQuery> m_readAhead;
-    std::optional<QSqlQuery> m_recordAhead;
 };
 
 // The whole repair at once.
-RepairCounts repairDates(AppDelegate &app, const QList<Books> &bookList);
+RepairCounts repairDates(AppDelegate &app);
 
 // What identifies the JPEG codec this process re-encodes with: the bytes it
 // makes of a fixed picture, so a changed codec is noticed whatever its version says.

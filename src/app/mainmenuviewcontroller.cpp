@@ -65,7 +65,7 @@ void MainMenuViewController::viewDidLoad()
 void MainMenuViewController::viewDidLoadInSlices()
 {
     loadSteps();
-    m_repair = std::make_unique<LaunchTasks::DateRepair>(app(), m_bookList);
+    m_repair = std::make_unique<LaunchTasks::DateRepair>(app());
     Q_EMIT repairChanged();
     repairSlice();
 }
@@ -87,7 +87,6 @@ void MainMenuViewController::repairSlice()
 
 void MainMenuViewController::loadSteps()
 {
-    loadBookList();
     app().state().setCallingScreen(QStringLiteral("MainMenu"));
     app().state().setListMode(QString());
 
@@ -104,20 +103,9 @@ void MainMenuViewController::loadSteps()
     qCInfo(lcApp) << "Date Not Fixed Yet";
 }
 
-void MainMenuViewController::loadBookList()
-{
-    FetchRequest request;
-    request.entity = Entity::Books;
-    QString error;
-    if (auto books = context().fetchBooks(request, &error))
-        m_bookList = std::move(*books);
-    else
-        qCWarning(lcStore).noquote() << error;
-}
-
 void MainMenuViewController::runDateRepair()
 {
-    m_lastRepair = LaunchTasks::repairDates(app(), m_bookList);
+    m_lastRepair = LaunchTasks::repairDates(app());
 }
 
 void MainMenuViewController::viewWillAppear()
@@ -139,7 +127,6 @@ void MainMenuViewController::UpdateButtonClicked()
 {
     if (m_repair)
         return; // the start-up's repair is still going
-    loadBookList();
     runDateRepair();
 }
 

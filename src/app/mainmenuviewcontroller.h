@@ -40,7 +40,6 @@ public:
     QVariantList hiddenStateList() const;
     bool navigationBarHidden() const { return m_navigationBarHidden; }
 
-    const QList<Books> &bookList() const { return m_bookList; }
     // What the last date repair did.
     LaunchTasks::RepairCounts lastRepair() const { return m_lastRepair; }
 
@@ -63,12 +62,10 @@ Q_SIGNALS:
     void repairChanged();
 
 private:
-    void loadBookList();
     void runDateRepair();
     void loadSteps();
     void repairSlice();
 
-    QList<Books> m_bookList;
     QList<bool> m_hidden;
     LaunchTasks::RepairCounts m_lastRepair;
     std::unique_ptr<LaunchTasks::DateRepair> m_repair;
