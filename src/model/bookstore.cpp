@@ -252,22 +252,13 @@ StoreResult BookStore::write(const QString &sql, const QVariantList &binds, qint
 StoreResult BookStore::execute(const QString &sql, const QVariantList &binds, int *changed)
 {
     sqlite3 *db = nativeHandle();
-    if (!db) {
-        QString error;
-        QSqlQuery *q = run(sql, binds, &error);
-        if (!q) {
-            ++m_failedWrites;
-            return {false, error};
-        }
-        if (changed)
-            *changed = q->numRowsAffected();
-        q->finish();
-        return {};
-    }
     auto failed = [&] {
         ++m_failedWrites;
-        return StoreResult{false, QString::fromUtf8(sqlite3_errmsg(db))};
+        return StoreResult{false, db ? QString::fromUtf8(sqlite3_errmsg(db))
+                                     : QStringLiteral("The store has no SQLite connection")};
     };
+    if (!db)
+        return failed();
     sqlite3_stmt *stmt = m_native.value(sql);
     if (!stmt) {
         const QByteArray text = sql.toUtf8();
