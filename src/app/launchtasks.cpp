@@ -11,7 +11,6 @@
 #include <QDataStream>
 #include <QElapsedTimer>
 #include <QHash>
-#include <QSet>
 #include <QImage>
 #include <QImageWriter>
 #include <QSqlError>

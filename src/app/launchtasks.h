@@ -4,7 +4,6 @@
 
 #include <QHash>
 #include <QList>
-#include <QSet>
 #include <QSqlQuery>
 
 #include <algorithm>

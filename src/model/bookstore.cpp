@@ -636,18 +636,6 @@ std::optional<QByteArray> BookStore::cover(qint64 pk)
     return result;
 }
 
-std::optional<QSet<qint64>> BookStore::coverKeys(QString *error)
-{
-    QSqlQuery *q = run(QStringLiteral("SELECT book FROM BooksPictureImage"), {}, error);
-    if (!q)
-        return std::nullopt;
-    QSet<qint64> keys;
-    while (q->next())
-        keys.insert(q->value(0).toLongLong());
-    q->finish();
-    return keys;
-}
-
 StoreResult BookStore::deleteBook(qint64 pk)
 {
     ++m_coverRevision; // the key may be given to the next book inserted

@@ -4,7 +4,6 @@
 #include "fetchrequest.h"
 
 #include <QHash>
-#include <QSet>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
@@ -70,9 +69,6 @@ public:
     StoreResult updateBook(const Books &book); // every attribute but the cover
     StoreResult setCover(qint64 pk, const Data &pictureImage);
     std::optional<QByteArray> cover(qint64 pk);
-    // The keys of the books that have a cover, in one query (lists show a
-    // picture only for those, without loading any).
-    std::optional<QSet<qint64>> coverKeys(QString *error = nullptr);
     // Changes whenever a cover is set, removed or deleted with its book, so that
     // an image address carrying it never names an outdated picture.
     quint64 coverRevision() const { return m_coverRevision; }
